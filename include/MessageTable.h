@@ -1,0 +1,121 @@
+// tqmsg: the message file parser.
+//
+// A `MessageTable` reads one message file, in the Message Compiler source
+// syntax, in a single pass from its constructor. It keeps the languages,
+// facilities and severities the file declares and puts every message text into
+// the process-wide store through its parent `MessageModule`. Every syntax error
+// stops the load with a `MessageTableParserException` whose text starts with
+// 'File: "<name>", Line: <n> - '; messages stored before the error stay stored.
+//
+// Lines are read into a 4096-byte buffer: a line of 4096 characters or more is
+// an error, never split or truncated.
+//
+// Thread safety: a table is built by one thread; loading writes the
+// process-wide store and must not overlap any other load or lookup.
+#ifndef TQMSG_MESSAGE_TABLE_H
+#define TQMSG_MESSAGE_TABLE_H
+
+#include <fstream>
+#include <ostream>
+#include <string>
+
+#include "MessageModuleMaps.h"
+
+class MessageModule;
+
+class TQMSG_API MessageTable {
+public:
+    // A `name=value` pair, both sides trimmed.
+    class TQMSG_API NameValue {
+    public:
+        std::string name;   // text before the first "=", trimmed
+        std::string value;  // text after it, trimmed (may be empty)
+
+        // <name="..."; value="...">, no line break.
+        std::string toString();
+    };
+
+    static const char* COMMENT_PREFIX;
+    static const char* LANGUAGE_NAMES;
+    static const char* FACILITY_NAMES;
+    static const char* SEV_NAMES;
+    static const char* MESSAGE_ID_TYPEDEF;
+    static const char* LANGUAGE;
+    static const char* MESSAGE_ID;
+    static const char* HEADER_NAMES_BEGIN;
+    static const char* HEADER_NAMES_END;
+    static const char* MESSAGE_FACILITY;
+    static const char* MESSAGE_SEVERITY;
+    static const char* MESSAGE_LANGUAGE;
+    static const char* MESSAGE_OUTPUT_BASE;
+    static const char* MESSAGE_SYMBOLIC_NAME;
+    static const char* MESSAGE_END_MARKER;
+    static const char* DEFAULT_FIRST_MESSAGE_LANGUAGE;
+    static const char* DEFAULT_FIRST_MESSAGE_FACILITY;
+    static const long DEFAULT_FIRST_MESSAGE_FACILITY_ID;
+    static const char* DEFAULT_FIRST_MESSAGE_SEVERITY;
+    static const char* SEV_SUCCESS;
+    static const long SEV_SUCCESS_ID;
+    static const char* SEV_INFORMATIONAL;
+    static const long SEV_INFORMATIONAL_ID;
+    static const char* SEV_WARNING;
+    static const long SEV_WARNING_ID;
+    static const char* SEV_ERROR;
+    static const long SEV_ERROR_ID;
+    static const char DEFAULT_CUSTOMER_CODE;
+    static const char DEFAULT_RESERVED_BIT_CODE;
+
+    int lineNumber = 0;           // line being read (1-based); 0 before and after a load
+    std::string fileName;         // file being loaded; emptied after a successful load
+    std::string defaultLanguage;  // language of a definition without Language header
+    Facility currentFacility;     // facility of a definition without Facility header
+    std::string defaultSeverity;  // severity of a definition without Severity header
+    DualIDMap languages;          // declared languages
+    FacilityMap facilities;       // seeded and declared facilities
+    DualIDMap severities;         // seeded and declared severities
+    MessageModule* module = nullptr;           // parent handle; not owned
+    FormattableMessage* lastMessage = nullptr;  // owned copy of the message stored last
+    char customerBit = 0;         // bit 29 of composed identifiers (always 0)
+    char reservedBit = 0;         // bit 28 of composed identifiers (always 0)
+    bool trimTrailingOnly = false;  // trim message text lines at the end only
+
+    // Builds the table and loads `fileName`; throws MessageTableParserException.
+    MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly);
+    MessageTable(const MessageTable&) = delete;
+    MessageTable& operator=(const MessageTable&) = delete;
+    // Releases `lastMessage`; the store is not touched.
+    ~MessageTable();
+
+    void init();
+    void loadFile(std::string& fileName, bool trimTrailingOnly);
+    // Handles one top-level line; true when a reader it called met the end of the file.
+    bool processLine(std::ifstream& in, char* line);
+
+    bool commentLine(char* line);
+    bool blankLine(char* line);
+    void trim(char* text, std::string& out);
+    void trimAfter(char* text, std::string& out);
+    NameValue parseNameValuePair(std::string& text);
+    // Decimal or 0x/0X hexadecimal, with an optional sign when `allowSign`.
+    // False (number unchanged) for any other character, for a text without
+    // digits, and for a magnitude beyond 32 bits.
+    bool getNumber(std::string& text, long& number, bool allowSign);
+
+    bool processHeaderNames(std::ifstream& in, std::string& line, int position,
+                            const char* listName);
+    bool processMessageId(std::ifstream& in, std::string& line, int position,
+                          FormattableMessage* previous);
+    bool processMessageHeaderBlock(char* line, long*& language, Facility*& facility,
+                                   long*& severity, std::string& symbolicName);
+    bool processMessageBody(char* line, std::string& text, long*& language, Facility& facility,
+                            long*& severity, std::string& symbolicName, long messageId);
+
+    // The exception for `text`, prefixed with the file name and line number.
+    MessageTableParserException wrapError(const char* text);
+
+    std::string toString();
+};
+
+TQMSG_API std::ostream& operator<<(std::ostream& out, MessageTable& table);
+
+#endif  // TQMSG_MESSAGE_TABLE_H

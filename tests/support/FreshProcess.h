@@ -1,0 +1,58 @@
+// Test support: run a scenario in a forked child process.
+//
+// The message store is process-wide and keeps every text for the life of the
+// process, so each loading scenario runs in a fresh child. GoogleTest
+// assertions inside the body work as usual: the child reports its failures on
+// the shared output and exits non-zero, which fails the parent test.
+#ifndef TQMSG_TESTS_FRESH_PROCESS_H
+#define TQMSG_TESTS_FRESH_PROCESS_H
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+template <typename Body>
+void inFreshProcess(Body body) {
+    std::cout.flush();
+    std::fflush(nullptr);
+    pid_t pid = fork();
+    ASSERT_GE(pid, 0) << "fork failed";
+    if (pid == 0) {
+        body();
+        std::cout.flush();
+        std::fflush(nullptr);
+        _exit(::testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
+        << "the scenario failed in its child process (status " << status << ")";
+}
+
+// A file in the working directory, written at construction and removed at
+// destruction. The process id in its name keeps parallel test runs apart;
+// use `path()` wherever the name matters (error texts carry it).
+class TempFile {
+public:
+    TempFile(const std::string& name, const std::string& content)
+        : path_("tqmsg_" + std::to_string(getpid()) + "_" + name) {
+        std::ofstream out(path_, std::ios::binary);
+        out << content;
+    }
+    ~TempFile() { std::remove(path_.c_str()); }
+    TempFile(const TempFile&) = delete;
+    TempFile& operator=(const TempFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+#endif  // TQMSG_TESTS_FRESH_PROCESS_H
