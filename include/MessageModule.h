@@ -37,8 +37,8 @@
 
 class TQMSG_API MessageModule {
 public:
-    static MessageTableMap mtmap;         // registry: file name -> loaded table
-    static MultiLangMessageMap mlmap;     // store: every message of every loaded file
+    static MessageTableMap mtmap;        // registry: file name -> loaded table
+    static MultiLangMessageMap mlmap;    // store: every message of every loaded file
     static MessageModule* selfInstance;  // the module whose constructor completed last
 
     // Loads nothing; becomes `self()`.
@@ -73,8 +73,7 @@ public:
     // Formats argument `argIndex` (from 1) with `format`, writes it to `out` under
     // the width rule, updates `column` and returns the formatted text.
     static std::string substituteArg(std::ostringstream& out, int argIndex, std::string& format,
-                                     int& column, int maxWidth, char** Arguments,
-                                     char** argArray);
+                                     int& column, int maxWidth, char** Arguments, char** argArray);
 
     // The registry and the store; the same text whichever instance is asked.
     std::string toString();

@@ -146,7 +146,7 @@ public:
 // Lower-cased facility name -> id -> Facility record.
 class TQMSG_API FacilityMap {
 public:
-    IDMap forward;                   // lower-cased name -> id
+    IDMap forward;                  // lower-cased name -> id
     std::map<long, Facility> byId;  // id -> owned record
 
     FacilityMap() = default;
@@ -171,7 +171,7 @@ class TQMSG_API MultiLangMessageMap {
 public:
     typedef std::map<long, FormattableMessage> MessageIdMap;
 
-    IDMap idmap;                                       // symbolic name -> message id
+    IDMap idmap;                                        // symbolic name -> message id
     std::map<const char*, MessageIdMap, ltstr> msgmap;  // "%ld.%ld" (owned copy) -> one record
 
     MultiLangMessageMap() = default;

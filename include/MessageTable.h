@@ -65,19 +65,19 @@ public:
     static const char DEFAULT_CUSTOMER_CODE;
     static const char DEFAULT_RESERVED_BIT_CODE;
 
-    int lineNumber = 0;           // line being read (1-based); 0 before and after a load
-    std::string fileName;         // file being loaded; emptied after a successful load
-    std::string defaultLanguage;  // language of a definition without Language header
-    Facility currentFacility;     // facility of a definition without Facility header
-    std::string defaultSeverity;  // severity of a definition without Severity header
-    DualIDMap languages;          // declared languages
-    FacilityMap facilities;       // seeded and declared facilities
-    DualIDMap severities;         // seeded and declared severities
-    MessageModule* module = nullptr;           // parent handle; not owned
+    int lineNumber = 0;               // line being read (1-based); 0 before and after a load
+    std::string fileName;             // file being loaded; emptied after a successful load
+    std::string defaultLanguage;      // language of a definition without Language header
+    Facility currentFacility;         // facility of a definition without Facility header
+    std::string defaultSeverity;      // severity of a definition without Severity header
+    DualIDMap languages;              // declared languages
+    FacilityMap facilities;           // seeded and declared facilities
+    DualIDMap severities;             // seeded and declared severities
+    MessageModule* module = nullptr;  // parent handle; not owned
     FormattableMessage* lastMessage = nullptr;  // owned copy of the message stored last
-    char customerBit = 0;         // bit 29 of composed identifiers (always 0)
-    char reservedBit = 0;         // bit 28 of composed identifiers (always 0)
-    bool trimTrailingOnly = false;  // trim message text lines at the end only
+    char customerBit = 0;                       // bit 29 of composed identifiers (always 0)
+    char reservedBit = 0;                       // bit 28 of composed identifiers (always 0)
+    bool trimTrailingOnly = false;              // trim message text lines at the end only
 
     // Builds the table and loads `fileName`; throws MessageTableParserException.
     MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly);
