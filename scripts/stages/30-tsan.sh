@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Builds the ThreadSanitizer variant and runs the concurrency stress test:
+# eight threads looking up and formatting at once must produce no report.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+cmake --preset tsan >/dev/null
+cmake --build --preset tsan -j "$(nproc)" --target tqmsg_stress_tests
+export TSAN_OPTIONS="halt_on_error=1 abort_on_error=1 second_deadlock_stack=1"
+# Debian's kernels randomise the address space more than older TSan runtimes
+# expect; run without randomisation when setarch allows it.
+run=()
+if setarch "$(uname -m)" -R true 2>/dev/null; then
+    run=(setarch "$(uname -m)" -R)
+fi
+"${run[@]}" build/tsan/tests/tqmsg_stress_tests
