@@ -296,7 +296,7 @@ TEST(BadTexts, HundredKilobyteTexts) {
         expected += "abcdefghZ";
     }
     EXPECT_EQ(formatText(text, {"Z"}).text, expected);
-    Formatted bad = formatText(text + "%");
+    Formatted bad = formatText(text + "%", {"Z"});
     EXPECT_EQ(bad.result, -1);
     EXPECT_LE(bad.printed.size(), 5000u);
     EXPECT_EQ(bad.printed.rfind("Invalid message string: abcdefgh%1", 0), 0u);
