@@ -43,7 +43,7 @@ for i in "${!targets[@]}"; do
         tail -n 60 "$log"
         failed=1
     else
-        echo "-- $target: $(grep -Eo 'exec/s: [0-9]+|cov: [0-9]+|corp: [0-9/a-zA-Z]+' "$log" | tail -n 3 | tr '\n' ' ')"
+        echo "-- $target: no finding; $(grep -E '^#[0-9]+' "$log" | tail -n 1)"
     fi
 done
 exit $failed
