@@ -34,7 +34,18 @@ echo "-- generating the catalogue in $data"
 mkdir -p "$data/locale/de/LC_MESSAGES"
 python3 bench/make_catalogue.py "$data" 50000
 msgfmt -o "$data/locale/de/LC_MESSAGES/tqbench.mo" "$data/tqbench.po"
-cp "$corpus/reactos__base_applications_cmdutils_eventcreate_evtmsgstr.mc" "$data/largest.mc"
+# The largest real file gives no SymbolicName, which the format requires: a
+# line naming each message is added after its MessageId line (CRLF kept).
+python3 - "$corpus/reactos__base_applications_cmdutils_eventcreate_evtmsgstr.mc" "$data/largest.mc" <<'PY'
+import sys
+lines = open(sys.argv[1], "rb").read().split(b"\n")
+out = []
+for line in lines:
+    out.append(line)
+    if line.lower().startswith(b"messageid=0x"):
+        out.append(b"SymbolicName=EVT_" + line.split(b"=")[1].strip() + b"\r")
+open(sys.argv[2], "wb").write(b"\n".join(out))
+PY
 
 echo "-- building the benchmarks"
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DTQMSG_BUILD_BENCH=ON \
