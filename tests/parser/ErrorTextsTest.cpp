@@ -50,7 +50,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
     for (const auto& row : rows) expectLoadError(row.content, row.line, row.message);
 }
 
-TEST(ErrorTexts, LinesLongerThanTheBufferAreRefused) {
+TEST(ErrorTexts, LinesThatTheBufferCannotHoldAreRefused) {
     const std::string longest = ";" + std::string(4094, 'x');  // 4095 characters
     inFreshProcess([&] { EXPECT_NE(loadText(longest + "\n" + longest), nullptr); });
     const std::string tooLong = ";" + std::string(4095, 'y');
@@ -60,6 +60,13 @@ TEST(ErrorTexts, LinesLongerThanTheBufferAreRefused) {
     expectLoadError(";ok\n;ok\n" + tooLong, 3, quoted);
     expectLoadError(E + "MessageId=\nSymbolicName=A\n" + std::string(4096, 'y') + "\n.\n", 4,
                     "Line too long: \"" + std::string(40, 'y') + "...\" (at most 4095 characters)");
+    // A NUL byte would end the line early: a UTF-16 file must not read as blank lines.
+    auto nulAt = [](int column) {
+        return "NUL byte in column " + std::to_string(column) +
+               ": message files are read as 8-bit text";
+    };
+    expectLoadError(std::string(";ok\n;a\0b\n", 10), 2, nulAt(3));
+    expectLoadError(std::string("\r\0\n\0;\0", 8), 1, nulAt(2));
 }
 
 TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {
