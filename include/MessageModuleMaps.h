@@ -26,6 +26,7 @@
 #include <ostream>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #define TQMSG_API __attribute__((visibility("default")))
 
@@ -193,10 +194,21 @@ public:
     std::string toString();
 
 private:
-    // Private index kept in step with `msgmap` by `put`: answers `get` by
-    // identifier without formatting a key text. Language id in the high half,
-    // message id in the low half; the value is the entry's one-record map.
-    std::unordered_map<uint64_t, MessageIdMap*> index_;
+    // One slot of the private index: the pair (language id in the high half,
+    // message id in the low half) and where its entry lives in `msgmap`.
+    struct IndexSlot {
+        uint64_t key;
+        MessageIdMap* records;        // the entry's one-record map; null: a free slot
+        FormattableMessage* message;  // that one record
+    };
+    // Open-addressing index kept in step with `msgmap` by `put`, at most half
+    // full: answers `get` by identifier without formatting a key text, in one
+    // probe of a flat array.
+    std::vector<IndexSlot> index_;
+    std::size_t indexed_ = 0;  // slots in use
+
+    IndexSlot* findSlot(uint64_t key);
+    void addToIndex(uint64_t key, MessageIdMap* records);
 };
 
 // The registry of loaded files: file name (exactly as given) -> table.

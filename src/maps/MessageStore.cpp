@@ -4,7 +4,11 @@
 // keyed by the owned text "%ld.%ld" in strcmp order, each holding a map with
 // exactly that one record. `index_` mirrors it by the numeric pair so that a
 // lookup by identifier neither formats a key nor allocates. std::map nodes
-// never move, so the index may point at the value maps inside `msgmap`.
+// never move, so the index may point at the value maps and records inside
+// `msgmap`. The index is a flat open-addressing table (linear probing, a
+// power-of-two size, at most half full): a random lookup in a large store
+// costs one cache miss for the slot instead of a walk through hash nodes,
+// tree headers and tree nodes scattered over the heap.
 #include <cstdio>
 
 #include "MessageModuleMaps.h"
@@ -16,6 +20,12 @@ namespace {
 uint64_t pairKey(long languageId, long messageId) {
     return (static_cast<uint64_t>(static_cast<uint32_t>(languageId)) << 32) |
            static_cast<uint32_t>(messageId);
+}
+
+// The home slot of `key` in a table of `mask` + 1 slots (Fibonacci hashing:
+// the high bits of the product mix both halves of the key).
+std::size_t homeSlot(uint64_t key, std::size_t mask) {
+    return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >> 32) & mask;
 }
 
 // The copy the store keeps: the record with its ids normalised to 32 bits.
@@ -40,16 +50,52 @@ MultiLangMessageMap::~MultiLangMessageMap() {
     releaseKeys(msgmap);
 }
 
+MultiLangMessageMap::IndexSlot* MultiLangMessageMap::findSlot(uint64_t key) {
+    if (index_.empty()) {
+        return nullptr;
+    }
+    std::size_t mask = index_.size() - 1;
+    for (std::size_t at = homeSlot(key, mask);; at = (at + 1) & mask) {
+        IndexSlot& slot = index_[at];
+        if (slot.records == nullptr) {
+            return nullptr;
+        }
+        if (slot.key == key) {
+            return &slot;
+        }
+    }
+}
+
+void MultiLangMessageMap::addToIndex(uint64_t key, MessageIdMap* records) {
+    if (2 * (indexed_ + 1) > index_.size()) {
+        std::vector<IndexSlot> old(index_.size() ? 2 * index_.size() : 64,
+                                   IndexSlot{0, nullptr, nullptr});
+        old.swap(index_);
+        indexed_ = 0;
+        for (IndexSlot& slot : old) {
+            if (slot.records != nullptr) {
+                addToIndex(slot.key, slot.records);
+            }
+        }
+    }
+    std::size_t mask = index_.size() - 1;
+    std::size_t at = homeSlot(key, mask);
+    while (index_[at].records != nullptr) {
+        at = (at + 1) & mask;
+    }
+    index_[at] = IndexSlot{key, records, &records->begin()->second};
+    ++indexed_;
+}
+
 MultiLangMessageMap::MessageIdMap* MultiLangMessageMap::get(long languageId, long messageId,
                                                             FormattableMessage*& message) {
     message = nullptr;
-    auto found = index_.find(pairKey(toInt32(languageId), toInt32(messageId)));
-    if (found == index_.end()) {
+    IndexSlot* slot = findSlot(pairKey(toInt32(languageId), toInt32(messageId)));
+    if (slot == nullptr) {
         return nullptr;
     }
-    MessageIdMap* records = found->second;
-    message = &records->begin()->second;
-    return records;
+    message = slot->message;
+    return slot->records;
 }
 
 MultiLangMessageMap::MessageIdMap* MultiLangMessageMap::get(long languageId,
@@ -81,7 +127,7 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
     }
     MessageIdMap& records = entry.first->second;
     records.emplace(messageId, normalisedCopy(message));
-    index_[pairKey(languageId, messageId)] = &records;
+    addToIndex(pairKey(languageId, messageId), &records);
     return true;
 }
 
