@@ -200,6 +200,7 @@ private:
         uint64_t key;
         MessageIdMap* records;        // the entry's one-record map; null: a free slot
         FormattableMessage* message;  // that one record
+        const char* textHint;         // the record's text when indexed; only prefetched
     };
     // Open-addressing index kept in step with `msgmap` by `put`, at most half
     // full: answers `get` by identifier without formatting a key text, in one
