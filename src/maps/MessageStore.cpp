@@ -22,6 +22,27 @@ uint64_t pairKey(long languageId, long messageId) {
            static_cast<uint32_t>(messageId);
 }
 
+// Appends the signed decimal text of a 32-bit `value` at `out`, as "%ld"
+// writes it; returns the end. Each key text is made once per stored pair, and
+// a general printf costs more than the rest of the insertion.
+char* appendDecimal(char* out, long value) {
+    uint32_t magnitude = static_cast<uint32_t>(value);
+    if (value < 0) {
+        *out++ = '-';
+        magnitude = 0u - magnitude;
+    }
+    char digits[10];
+    int count = 0;
+    do {
+        digits[count++] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    while (count > 0) {
+        *out++ = digits[--count];
+    }
+    return out;
+}
+
 // The home slot of `key` in a table of `mask` + 1 slots (Fibonacci hashing:
 // the high bits of the product mix both halves of the key).
 std::size_t homeSlot(uint64_t key, std::size_t mask) {
@@ -125,9 +146,12 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
         return false;
     }
 
-    // "-2147483648.-2147483648" is the longest key text: 23 characters.
+    // The key text is "%ld.%ld" of the pair; "-2147483648.-2147483648" is the
+    // longest, 23 characters.
     char keyText[100];
-    std::snprintf(keyText, sizeof keyText, "%ld.%ld", languageId, messageId);
+    char* end = appendDecimal(keyText, languageId);
+    *end++ = '.';
+    *appendDecimal(end, messageId) = '\0';
     std::unique_ptr<char[]> key = copyKey(keyText);
     auto entry = msgmap.try_emplace(key.get());
     if (entry.second) {
