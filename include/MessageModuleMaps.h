@@ -194,8 +194,9 @@ public:
 
 private:
     // Private index kept in step with `msgmap` by `put`: answers `get` by
-    // identifier without formatting a key text.
-    std::unordered_map<uint64_t, FormattableMessage*> index_;
+    // identifier without formatting a key text. Language id in the high half,
+    // message id in the low half; the value is the entry's one-record map.
+    std::unordered_map<uint64_t, MessageIdMap*> index_;
 };
 
 // The registry of loaded files: file name (exactly as given) -> table.

@@ -1,0 +1,112 @@
+// The name lists LanguageNames, FacilityNames and SeverityNames: one entry
+// per line between "(" and ")", each entered into the table's map.
+#include <cstring>
+
+#include "MessageTable.h"
+#include "maps/FailureText.h"
+#include "parser/LineReader.h"
+
+namespace {
+
+// The value of an entry split at its first ":" when that ":" follows the
+// first character: number text before it, symbol after it.
+void splitValue(const std::string& value, std::string& numberText, std::string& symbol) {
+    std::size_t colon = value.find(':');
+    if (colon == std::string::npos || colon == 0) {
+        numberText = value;
+        symbol.clear();
+        return;
+    }
+    numberText = value.substr(0, colon);
+    symbol = value.substr(colon + 1);
+}
+
+// The list's own number error: languages and severities quote the whole
+// value, facilities only the number text.
+MessageTableParserException numberError(MessageTable& table, const char* listName,
+                                        const std::string& value, const std::string& numberText) {
+    if (std::strcmp(listName, MessageTable::LANGUAGE_NAMES) == 0) {
+        return table.wrapError(FailureText("Expected langID, got: %s", value.c_str()).text);
+    }
+    if (std::strcmp(listName, MessageTable::FACILITY_NAMES) == 0) {
+        return table.wrapError(
+            FailureText("Expected facility ID, got: %s", numberText.c_str()).text);
+    }
+    return table.wrapError(FailureText("Expected severity ID, got: %s", value.c_str()).text);
+}
+
+bool putEntry(MessageTable& table, const char* listName, MessageTable::NameValue& entry,
+              long number, std::string& symbol) {
+    if (std::strcmp(listName, MessageTable::LANGUAGE_NAMES) == 0) {
+        return table.languages.putX(entry.name, number, entry.value, false);
+    }
+    if (std::strcmp(listName, MessageTable::FACILITY_NAMES) == 0) {
+        Facility facility;
+        facility.id = number;
+        facility.msgId = 1;
+        facility.name = symbol;
+        return table.facilities.put(entry.name, number, facility, true);
+    }
+    return table.severities.putX(entry.name, number, entry.value, true);
+}
+
+// Splits one list entry, checks its number and enters it into the list's map.
+void storeEntry(MessageTable& table, std::string& line, const char* listName) {
+    MessageTable::NameValue entry = table.parseNameValuePair(line);
+    std::string numberText, symbol;
+    splitValue(entry.value, numberText, symbol);
+    long number = 0;
+    if (!table.getNumber(numberText, number, false)) {
+        throw numberError(table, listName, entry.value, numberText);
+    }
+    if (!putEntry(table, listName, entry, number, symbol)) {
+        throw table.wrapError(FailureText("Cannot insert: %ld, %s tuple into %sMap", number,
+                                          entry.toString().c_str(), listName)
+                                  .text);
+    }
+}
+
+}  // namespace
+
+bool MessageTable::processHeaderNames(std::ifstream& in, std::string& line, int position,
+                                      const char* listName) {
+    char buffer[LINE_BUFFER_SIZE];
+    std::size_t open = line.find(HEADER_NAMES_BEGIN, position + std::strlen(listName));
+    bool contentOnHeaderLine = false;
+    if (open != std::string::npos) {
+        line = line.substr(open + 1);
+        std::strcpy(buffer, line.c_str());  // the line came from a buffer of this size
+        contentOnHeaderLine = !commentLine(buffer) && !blankLine(buffer);
+    } else {
+        // The "(" may stand on a later line; what follows it there is ignored.
+        for (;;) {
+            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
+                throw wrapError(
+                    FailureText("Unexpected EOF. Expected \"%s\"", HEADER_NAMES_BEGIN).text);
+            }
+            if (commentLine(buffer) || blankLine(buffer)) continue;
+            if (std::strstr(buffer, HEADER_NAMES_BEGIN) != nullptr) break;
+        }
+    }
+    for (;;) {
+        if (!contentOnHeaderLine) {
+            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
+                throw wrapError(
+                    FailureText("Unexpected EOF. Expected \"%s\"", HEADER_NAMES_END).text);
+            }
+            if (commentLine(buffer) || blankLine(buffer)) continue;
+            line = buffer;
+        }
+        contentOnHeaderLine = false;
+
+        std::size_t close = line.find(HEADER_NAMES_END);
+        bool lastEntry = close != std::string::npos;
+        if (lastEntry) {
+            std::string before = line.substr(0, close);
+            trim(&before[0], line);
+            if (line.empty()) return false;
+        }
+        storeEntry(*this, line, listName);
+        if (lastEntry) return false;
+    }
+}

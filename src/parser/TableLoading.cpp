@@ -1,0 +1,122 @@
+// A table's life: construction, seeding, the read loop over the file, the
+// dispatch of top-level lines and the wording of every parser error.
+#include <cstring>
+
+#include "MessageModule.h"
+#include "MessageTable.h"
+#include "maps/FailureText.h"
+#include "parser/LineReader.h"
+
+MessageTable::MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly)
+    : module(module) {
+    try {
+        loadFile(fileName, trimTrailingOnly);
+    } catch (...) {
+        // The destructor does not run for a constructor that throws.
+        delete lastMessage;
+        lastMessage = nullptr;
+        throw;
+    }
+}
+
+MessageTable::~MessageTable() { delete lastMessage; }
+
+void MessageTable::init() {
+    languages.allowDuplicates = true;
+    severities.allowDuplicates = true;
+
+    std::string application = DEFAULT_FIRST_MESSAGE_FACILITY;
+    Facility seeded;
+    seeded.id = DEFAULT_FIRST_MESSAGE_FACILITY_ID;
+    facilities.put(application, DEFAULT_FIRST_MESSAGE_FACILITY_ID, seeded, false);
+
+    const struct {
+        const char* name;
+        long id;
+    } seededSeverities[] = {{SEV_SUCCESS, SEV_SUCCESS_ID},
+                            {SEV_INFORMATIONAL, SEV_INFORMATIONAL_ID},
+                            {SEV_WARNING, SEV_WARNING_ID},
+                            {SEV_ERROR, SEV_ERROR_ID}};
+    for (const auto& severity : seededSeverities) {
+        std::string name = severity.name;
+        severities.putX(name, severity.id, name, false);
+    }
+
+    lineNumber = 0;
+    defaultLanguage = DEFAULT_FIRST_MESSAGE_LANGUAGE;
+    currentFacility = Facility();
+    defaultSeverity = DEFAULT_FIRST_MESSAGE_SEVERITY;
+    customerBit = DEFAULT_CUSTOMER_CODE;
+    reservedBit = DEFAULT_RESERVED_BIT_CODE;
+    delete lastMessage;
+    lastMessage = nullptr;
+    trimTrailingOnly = false;
+}
+
+void MessageTable::loadFile(std::string& fileName, bool trimTrailingOnly) {
+    this->fileName = fileName;
+    init();
+    this->trimTrailingOnly = trimTrailingOnly;
+
+    std::ifstream in(this->fileName.c_str(), std::ios::in);
+    if (!in.is_open()) {
+        throw wrapError(FailureText("Unable to open file: %s", this->fileName.c_str()).text);
+    }
+    char buffer[LINE_BUFFER_SIZE];
+    try {
+        for (;;) {
+            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
+                processLine(in, buffer);
+                break;
+            }
+            if (processLine(in, buffer)) break;
+        }
+    } catch (MessageTableParserException& error) {
+        // lineNumber and fileName keep the place of the error.
+        in.close();
+        throw MessageTableParserException(error);
+    }
+    in.close();
+    lineNumber = 0;
+    this->fileName.clear();
+}
+
+bool MessageTable::processLine(std::ifstream& in, char* line) {
+    if (commentLine(line) || blankLine(line)) return false;
+
+    enum Action { List, Ignore, Continuation, Definition };
+    const struct {
+        const char* keyword;
+        Action action;
+    } rules[] = {{LANGUAGE_NAMES, List},       {FACILITY_NAMES, List},   {SEV_NAMES, List},
+                 {MESSAGE_ID_TYPEDEF, Ignore}, {LANGUAGE, Continuation}, {MESSAGE_ID, Definition}};
+
+    std::string text = line;
+    std::string lowered = toLowerCase(text);
+    for (const auto& rule : rules) {
+        std::size_t position = lowered.find(rule.keyword);
+        if (position == std::string::npos) continue;
+        int at = static_cast<int>(position);
+        switch (rule.action) {
+            case List:
+                return processHeaderNames(in, text, at, rule.keyword);
+            case Ignore:
+                return false;
+            case Continuation:
+                return processMessageId(in, text, at, lastMessage);
+            case Definition:
+                return processMessageId(in, text, at, nullptr);
+        }
+    }
+    throw wrapError(FailureText("Cannot understand input: \"%s\"", line).text);
+}
+
+MessageTableParserException MessageTable::wrapError(const char* text) {
+    if (fileName.empty()) return MessageTableParserException(text);
+    if (lineNumber >= 1) {
+        return MessageTableParserException(
+            FailureText("File: \"%s\", Line: %d - %s", fileName.c_str(), lineNumber, text).text);
+    }
+    return MessageTableParserException(
+        FailureText("File: \"%s\" - %s", fileName.c_str(), text).text);
+}
