@@ -70,7 +70,7 @@ long Catalogue::language(const std::string& text) const {
         std::string name = text;
         if (long* found = entry.second->languages.getIDX(name)) return *found;
     }
-    throw UsageError{"unknown language: " + text + " (not a number nor a declared name)"};
+    throw LookupFailure{"unknown language: " + text + " (not a number nor a declared name)"};
 }
 
 long Catalogue::messageId(const std::string& text) const {
@@ -78,7 +78,7 @@ long Catalogue::messageId(const std::string& text) const {
     if (long* found = MessageModule::mlmap.idmap.get(name)) return *found;
     long id = 0;
     if (parseNumber(text, id)) return id;
-    throw UsageError{"unknown message: " + text + " (not a symbolic name nor a number)"};
+    throw LookupFailure{"unknown message: " + text + " (not a symbolic name nor a number)"};
 }
 
 // The first name (in name order) that `names` gives `id`, or "".

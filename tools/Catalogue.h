@@ -15,6 +15,12 @@ struct UsageError {
     std::string text;
 };
 
+// A name that the loaded files do not define: reported on standard error,
+// exit status 1.
+struct LookupFailure {
+    std::string text;
+};
+
 // A 32-bit number written in decimal (optionally signed) or 0x hexadecimal.
 // False for anything else, or for a magnitude beyond 32 bits.
 bool parseNumber(const std::string& text, long& number);
@@ -38,10 +44,10 @@ public:
     // Distinct language ids declared by the loaded files, ascending.
     std::vector<long> languageIds() const;
     // A numeric language id, or the id of a language name a loaded file declares
-    // (any case). Throws UsageError for anything else.
+    // (any case). Throws LookupFailure for anything else.
     long language(const std::string& text) const;
     // The message id of a symbolic name, or a numeric identifier. Throws
-    // UsageError when neither.
+    // LookupFailure when neither.
     long messageId(const std::string& text) const;
     // The lower-case name a loaded file gives a severity / facility id, or "".
     std::string severityName(long id) const;

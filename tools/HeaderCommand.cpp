@@ -2,6 +2,7 @@
 // an int usable directly as the messageId of the TQ_ functions.
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -153,7 +154,7 @@ int generate(const HeaderOptions& options) {
     out << text;
     out.close();
     if (!out) {
-        std::cerr << "cannot write " << options.output << '\n';
+        std::cerr << "cannot write " << options.output << ": " << std::strerror(errno) << '\n';
         return 1;
     }
     return 0;

@@ -47,6 +47,9 @@ int main(int argc, char** argv) {
         return commands.at(app.get_subcommands().front())();
     } catch (const UsageError& e) {
         return usageError(commandName(app), e.text);
+    } catch (const LookupFailure& e) {
+        std::cerr << commandName(app) << ": " << e.text << '\n';
+        return 1;
     } catch (const std::exception& e) {
         std::cerr << commandName(app) << ": " << e.what() << '\n';
         return 1;
