@@ -57,7 +57,11 @@ std::vector<char*> argumentArray(std::vector<std::string>& args, const InsertUse
         if (!uses.isInteger(static_cast<int>(i + 1))) {
             array[i] = &args[i][0];
         } else if (parseNumber(args[i], value)) {
-            array[i] = reinterpret_cast<char*>(static_cast<intptr_t>(value));
+            // As typed: a negative number sign-extends, any other zero-extends,
+            // so "%lu" of 3000000000 is 3000000000 on x86-64 as well.
+            intptr_t raw = args[i][0] == '-' ? static_cast<intptr_t>(value)
+                                             : static_cast<intptr_t>(static_cast<uint32_t>(value));
+            array[i] = reinterpret_cast<char*>(raw);
         } else {
             throw UsageError{"argument " + std::to_string(i + 1) + " (\"" + args[i] +
                              "\") must be a number: insert %" + std::to_string(i + 1) + " of " +
