@@ -125,6 +125,8 @@ TEST(InsertScan, FormatsMatchSnprintf) {
                 << format;
         }
         expectListMatchesSnprintf("%ld", value);
+        expectListMatchesSnprintf("%li", value * 5000);
+        expectListMatchesSnprintf("%lu", static_cast<unsigned long>(value));
         expectListMatchesSnprintf("%lx", value);
         expectListMatchesSnprintf("%lld", static_cast<long long>(value) * 3000);
         expectListMatchesSnprintf("%llu", static_cast<unsigned long long>(value) * 3000);
@@ -142,6 +144,7 @@ TEST(InsertScan, FormatsMatchSnprintf) {
     EXPECT_EQ(formatArray("%1!lu!", {asElement(-1)}).text, std::to_string(~0UL));
     EXPECT_EQ(formatArray("%1!.1f!", {asElement(-3)}).text, "-3.0");  // the element's value
     EXPECT_EQ(formatArray("%1!s!", {nullptr}).text, "(null)");
+    EXPECT_EQ(formatList("%1", 0, static_cast<char*>(nullptr), "next").text, "(null)");
 }
 
 TEST(InsertScan, FormatsThatReadOrWriteElsewhereAreRefused) {
