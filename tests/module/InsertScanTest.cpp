@@ -136,6 +136,7 @@ TEST(InsertScan, FormatsMatchSnprintf) {
         expectListMatchesSnprintf("%8.3e", value / 7.0);
         expectListMatchesSnprintf("%Lg", static_cast<long double>(value) / 3);
         expectListMatchesSnprintf("%-9.4s", "abcdefgh");
+        expectListMatchesSnprintf("%5ls", L"wide");
     }
     char expected[64];
     snprintf(expected, sizeof expected, "%p", static_cast<void*>(&expected));
