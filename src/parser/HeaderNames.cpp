@@ -75,8 +75,7 @@ bool MessageTable::processHeaderNames(std::ifstream& in, std::string& line, int 
     bool contentOnHeaderLine = false;
     if (open != std::string::npos) {
         line = line.substr(open + 1);
-        std::strcpy(buffer, line.c_str());  // the line came from a buffer of this size
-        contentOnHeaderLine = !commentLine(buffer) && !blankLine(buffer);
+        contentOnHeaderLine = !commentLine(&line[0]) && !blankLine(&line[0]);
     } else {
         // The "(" may stand on a later line; what follows it there is ignored.
         for (;;) {
