@@ -210,7 +210,7 @@ InsertText formatInsert(int argIndex, const char* format, std::size_t formatLeng
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]) {
     checkIndex(argIndex);
     InsertValueType type = checkFormat(argIndex, format, formatLength);
-    if (Arguments == nullptr) {
+    if (argArray == nullptr && Arguments == nullptr) {
         throw MessageModuleException(
             FailureText("Insert %%%d has no argument: no argument source was given", argIndex)
                 .text);

@@ -75,6 +75,8 @@ TEST(InsertScan, LongInsertsAreCutToTheirLimit) {
     EXPECT_EQ(formatArray("%1", {text(longText.c_str())}).text, std::string(999, 'q'));
     EXPECT_EQ(formatArray("%1!1200d!", {asElement(7)}).text, std::string(999, ' '));
     EXPECT_EQ(formatList("%1", 0, longText.c_str()).text, std::string(1000, 'q'));
+    EXPECT_EQ(formatArray("%1%1<%1", {text(longText.c_str())}).text,
+              std::string(1998, 'q') + "<" + std::string(999, 'q'));  // beyond the stack result
     EXPECT_EQ(formatList("%2!-1200d!", 0, 0, 7).text, "7" + std::string(999, ' '));
 }
 
