@@ -27,12 +27,29 @@ inline std::string at(const std::string& path, int line) {
     return "File: \"" + path + "\", Line: " + std::to_string(line) + " - ";
 }
 
-// Loads `content` as a message file through the module; throws what loading throws.
-inline void loadText(const std::string& content, bool trimTrailingOnly = false,
-                     const std::string& name = "test.mc") {
+// Loads `content` as a message file through the module and returns the
+// registered table; a failure to load fails the test and returns null.
+inline MessageTable* loadText(const std::string& content, bool trimTrailingOnly = false,
+                              const std::string& name = "test.mc") {
     static MessageModule module;
     TempFile file(name, content);
-    MessageModule::loadFile(&module, file.path(), trimTrailingOnly);
+    try {
+        MessageModule::loadFile(&module, file.path(), trimTrailingOnly);
+    } catch (MessageTableParserException& error) {
+        ADD_FAILURE() << error.msg;
+        return nullptr;
+    } catch (MessageModuleException& error) {
+        ADD_FAILURE() << error.msg;
+        return nullptr;
+    }
+    std::string path = file.path();
+    return MessageModule::mtmap.get(path);
+}
+
+// The id a table's DualIDMap holds for `name` (lower-cased), or -1.
+inline long idIn(DualIDMap& map, std::string name) {
+    long* id = map.getIDX(name);
+    return id == nullptr ? -1 : *id;
 }
 
 // The full text of the parser error that loading `content` raises ("" if none).
@@ -46,6 +63,15 @@ inline std::string loadError(const std::string& content, std::string* path = nul
         return error.msg;
     }
     return "";
+}
+
+// Expects loading `content` (in a fresh process) to fail on `line` with `message`.
+inline void expectLoadError(const std::string& content, int line, const std::string& message) {
+    inFreshProcess([&] {
+        std::string path;
+        std::string error = loadError(content, &path);
+        EXPECT_EQ(error, at(path, line) + message) << "loading:\n" << content;
+    });
 }
 
 // The identifier the store bound to `symbolicName`, or -1 when it has none.
