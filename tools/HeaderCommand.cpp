@@ -35,34 +35,42 @@ bool isIdentifier(const std::string& name) {
     });
 }
 
-// Position in `files` of the first "name =" declaring one of the languages
-// of the loaded tables, comment lines skipped; the language declared first.
-bool firstDeclaredLanguage(const Catalogue& catalogue, const std::vector<std::string>& files,
-                           long& id) {
-    std::vector<std::string> names;
+// True when the lower-cased `line` declares `name`: the name as a word, then "=".
+bool declares(const std::string& line, const std::string& name) {
+    for (size_t at = line.find(name); at != std::string::npos; at = line.find(name, at + 1)) {
+        bool startsWord =
+            at == 0 || line[at - 1] == '(' || line[at - 1] == ' ' || line[at - 1] == '\t';
+        size_t after = line.find_first_not_of(" \t", at + name.size());
+        if (startsWord && after != std::string::npos && line[after] == '=') return true;
+    }
+    return false;
+}
+
+// The language declared first in `files` (comment lines skipped), among the
+// languages of the loaded tables. The library keeps no declaration order.
+bool firstDeclaredLanguage(const std::vector<std::string>& files, long& id) {
+    std::vector<std::pair<std::string, long>> languages;
     for (auto& table : MessageModule::mtmap.tables) {
-        for (auto& entry : table.second->languages.forward.entries) names.push_back(entry.first);
+        for (auto& entry : table.second->languages.forward.entries) {
+            languages.emplace_back(entry.first, entry.second);
+        }
     }
     for (const std::string& file : files) {
         std::ifstream in(file);
         for (std::string line; std::getline(in, line);) {
             if (line.empty() || line[0] == ';') continue;
-            std::transform(line.begin(), line.end(), line.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            size_t best = std::string::npos;
-            for (const std::string& name : names) {
-                for (size_t at = line.find(name); at != std::string::npos;
-                     at = line.find(name, at + 1)) {
-                    bool startsWord = at == 0 || std::strchr("( \t", line[at - 1]) != nullptr;
-                    size_t after = line.find_first_not_of(" \t", at + name.size());
-                    if (startsWord && after != std::string::npos && line[after] == '=' &&
-                        at < best) {
-                        best = at;
-                        id = catalogue.language(name);
-                    }
+            std::string lower = line;
+            for (char& c : lower)
+                c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            size_t first = std::string::npos;
+            for (auto& language : languages) {
+                size_t at = declares(lower, language.first) ? lower.find(language.first) : first;
+                if (at < first) {
+                    first = at;
+                    id = language.second;
                 }
             }
-            if (best != std::string::npos) return true;
+            if (first != std::string::npos) return true;
         }
     }
     return false;
@@ -71,7 +79,7 @@ bool firstDeclaredLanguage(const Catalogue& catalogue, const std::vector<std::st
 long commentLanguage(const Catalogue& catalogue, const HeaderOptions& options) {
     if (!options.language.empty()) return catalogue.language(options.language);
     long id = 0;
-    if (firstDeclaredLanguage(catalogue, options.files, id)) return id;
+    if (firstDeclaredLanguage(options.files, id)) return id;
     std::vector<long> declared = catalogue.languageIds();
     return declared.empty() ? 0 : declared.front();
 }

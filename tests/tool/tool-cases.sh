@@ -138,6 +138,8 @@ header_compiles)
     run header "$mc" -o "$work/messages.h"
     expect_status 0 header
     [ "$(grep -c '^#define MSG_' "$work/messages.h")" = "$messages" ] || fail "one #define per message"
+    first=$(grep -m1 -A1 '^Language=English' "$mc" | tail -1)  # English is declared first
+    expect_in "$(cat "$work/messages.h")" "/* $first */"
     # Each value must equal the identifier that list reports, as an int.
     $emulator "$tool" list "$mc" --lang 1033 --format tsv | awk -F'\t' 'NR > 1 {
         printf "STATIC_ASSERT(%s == (int)0x%su, \"%s\");\n", $5, $1, $5 }' >"$work/checks.inc"
