@@ -102,19 +102,77 @@ int printValue(char* buffer, std::size_t limit, const char* format, InsertValueT
     return -1;
 }
 
+// "%d", "%i" or "%u", with no flag, width or precision and at most an l or ll
+// modifier: formatted here without going through snprintf.
+bool isBareDecimal(const char* format, std::size_t formatLength) {
+    if (formatLength < 2 || formatLength > 4) return false;
+    char conversion = format[formatLength - 1];
+    if (conversion != 'd' && conversion != 'i' && conversion != 'u') return false;
+    for (std::size_t i = 1; i + 1 < formatLength; ++i) {
+        if (format[i] != 'l') return false;
+    }
+    return true;
+}
+
+// Writes the decimal digits of `magnitude`, after a "-" when `negative`, to
+// `buffer` (NUL-terminated); the same text snprintf's "%d"/"%u" gives.
+InsertText writeDecimal(unsigned long long magnitude, bool negative, char* buffer) {
+    char digits[24];
+    char* first = digits + sizeof digits;
+    do {
+        *--first = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative) *--first = '-';
+    std::size_t length = static_cast<std::size_t>(digits + sizeof digits - first);
+    std::memcpy(buffer, first, length);
+    buffer[length] = '\0';
+    return InsertText{buffer, length};
+}
+
+template <typename Source>
+InsertText formatBareDecimal(const Source& source, InsertValueType type, char* buffer) {
+    long long value = 0;
+    switch (type) {
+        case InsertValueType::UInt:
+            return writeDecimal(source.template as<unsigned>(), false, buffer);
+        case InsertValueType::ULong:
+            return writeDecimal(source.template as<unsigned long>(), false, buffer);
+        case InsertValueType::ULongLong:
+            return writeDecimal(source.template as<unsigned long long>(), false, buffer);
+        case InsertValueType::Long:
+            value = source.template as<long>();
+            break;
+        case InsertValueType::LongLong:
+            value = source.template as<long long>();
+            break;
+        default:
+            value = source.template as<int>();
+            break;
+    }
+    // The magnitude in unsigned arithmetic, so the most negative value is exact.
+    unsigned long long magnitude = static_cast<unsigned long long>(value);
+    return writeDecimal(value < 0 ? 0 - magnitude : magnitude, value < 0, buffer);
+}
+
 bool isPlainText(const char* format, std::size_t formatLength) {
     return formatLength == 2 && format[0] == '%' && format[1] == 's';
 }
 
-// Formats one value. A plain "%s" of a non-null text is referenced in place,
-// cut to the limit, instead of being copied by snprintf. A value that snprintf
+// Formats one value. A bare decimal conversion is written directly and a
+// plain "%s" of a non-null text is referenced in place, cut to the limit,
+// instead of going through snprintf. A value that snprintf
 // cannot encode (a wide character outside the locale) gives an empty insert.
 template <typename Source>
-InsertText formatValue(const Source& source, std::size_t limit, const char* format, bool plainText,
-                       InsertValueType type, char (&buffer)[INSERT_BUFFER_SIZE]) {
-    if (plainText) {
+InsertText formatValue(const Source& source, std::size_t limit, const char* format,
+                       std::size_t formatLength, InsertValueType type,
+                       char (&buffer)[INSERT_BUFFER_SIZE]) {
+    if (isBareDecimal(format, formatLength)) return formatBareDecimal(source, type, buffer);
+    if (isPlainText(format, formatLength)) {
         const char* text = source.template as<const char*>();
         if (text != nullptr) return InsertText{text, strnlen(text, limit - 1)};
+        print(buffer, limit, format, text);  // the value is read already: format it as it is
+        return InsertText{buffer, std::strlen(buffer)};
     }
     if (printValue(buffer, limit, format, type, source) < 0) buffer[0] = '\0';
     return InsertText{buffer, std::strlen(buffer)};
@@ -152,21 +210,20 @@ InsertText formatInsert(int argIndex, const char* format, std::size_t formatLeng
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]) {
     checkIndex(argIndex);
     InsertValueType type = checkFormat(argIndex, format, formatLength);
-    bool plainText = isPlainText(format, formatLength);
-    if (Arguments == nullptr) {
+    if (argArray == nullptr && Arguments == nullptr) {
         throw MessageModuleException(
             FailureText("Insert %%%d has no argument: no argument source was given", argIndex)
                 .text);
     }
     if (argArray != nullptr) {
         return formatValue(ArrayElement{argArray[argIndex - 1]}, ARRAY_INSERT_LIMIT, format,
-                           plainText, type, buffer);
+                           formatLength, type, buffer);
     }
     va_list list;
     va_copy(list, *reinterpret_cast<va_list*>(Arguments));
     for (int skipped = 1; skipped < argIndex; ++skipped) (void)va_arg(list, int);
     InsertText text =
-        formatValue(ListValue{&list}, LIST_INSERT_LIMIT, format, plainText, type, buffer);
+        formatValue(ListValue{&list}, LIST_INSERT_LIMIT, format, formatLength, type, buffer);
     va_end(list);
     return text;
 }

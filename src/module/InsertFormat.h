@@ -24,7 +24,8 @@ struct InsertText {
 // `argIndex` - 1; otherwise `Arguments` is the address of a va_list, which is
 // copied, not consumed, and whose earlier values are skipped as int. The text
 // ends at its first NUL. Throws MessageModuleException when the index is out of
-// range, the format is refused (see checkInsertFormat) or `Arguments` is null.
+// range, the format is refused (see checkInsertFormat) or there is no argument
+// source (both pointers null).
 InsertText formatInsert(int argIndex, const char* format, std::size_t formatLength,
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]);
 

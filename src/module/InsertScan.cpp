@@ -4,6 +4,7 @@
 // buffer, so a typical message is expanded without a heap allocation.
 #include "module/InsertScan.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -34,6 +35,7 @@ private:
     enum class State { Text, Escape, AfterZero, InsertNumber, InsertFormat };
 
     static const std::size_t MAX_DIGITS = 3;
+    static const std::size_t NOT_SEARCHED = static_cast<std::size_t>(-1);
 
     // Handles the byte at `at` (and, in the text and insert format states, the
     // run that follows it); returns the position of the next unhandled byte.
@@ -61,8 +63,7 @@ private:
     // Copies the run of ordinary bytes at `at` at once; a run that starts with
     // "%" or a line feed is that one byte.
     std::size_t textRun(std::size_t at) {
-        std::size_t end = at;
-        while (end < length_ && text_[end] != '%' && text_[end] != '\n') ++end;
+        std::size_t end = std::min(find('%', at, nextPercent_), find('\n', at, nextLineFeed_));
         if (end == at) {
             text(text_[at]);
             return at + 1;
@@ -70,6 +71,16 @@ private:
         out_.write(text_ + at, end - at);
         column_ += static_cast<long long>(end - at);
         return end;
+    }
+
+    // The position of the first `c` at or after `at` (`length_` when none),
+    // remembered in `next` so that each byte is searched once.
+    std::size_t find(char c, std::size_t at, std::size_t& next) const {
+        if (next == NOT_SEARCHED || next < at) {
+            const void* found = std::memchr(text_ + at, c, length_ - at);
+            next = found == nullptr ? length_ : static_cast<const char*>(found) - text_;
+        }
+        return next;
     }
 
     void text(char c) {
@@ -194,8 +205,10 @@ private:
     long long column_ = 0;          // compared with the width; see lineFeed and writeInsert
     char digits_[MAX_DIGITS] = {};  // the insert number read so far
     std::size_t digitCount_ = 0;
-    std::size_t formatStart_ = 0;  // first byte of the pending insert's format
-    std::string format_;           // "%" and the pending insert's format
+    std::size_t formatStart_ = 0;             // first byte of the pending insert's format
+    std::string format_;                      // "%" and the pending insert's format
+    std::size_t nextPercent_ = NOT_SEARCHED;  // see find()
+    std::size_t nextLineFeed_ = NOT_SEARCHED;
 };
 
 }  // namespace

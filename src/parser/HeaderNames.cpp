@@ -66,47 +66,60 @@ void storeEntry(MessageTable& table, std::string& line, const char* listName) {
     }
 }
 
+// Reads on to the line holding "(" when the header line had none; what
+// follows the "(" on that line is ignored.
+void skipToListStart(MessageTable& table, std::ifstream& in, char* buffer) {
+    for (;;) {
+        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
+            throw table.wrapError(
+                FailureText("Unexpected EOF. Expected \"%s\"", MessageTable::HEADER_NAMES_BEGIN)
+                    .text);
+        }
+        if (table.commentLine(buffer) || table.blankLine(buffer)) continue;
+        if (std::strstr(buffer, MessageTable::HEADER_NAMES_BEGIN) != nullptr) return;
+    }
+}
+
+// The next line of the list that is neither a comment nor blank.
+void readListLine(MessageTable& table, std::ifstream& in, char* buffer, std::string& line) {
+    for (;;) {
+        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
+            throw table.wrapError(
+                FailureText("Unexpected EOF. Expected \"%s\"", MessageTable::HEADER_NAMES_END)
+                    .text);
+        }
+        if (table.commentLine(buffer) || table.blankLine(buffer)) continue;
+        line = buffer;
+        return;
+    }
+}
+
 }  // namespace
 
 bool MessageTable::processHeaderNames(std::ifstream& in, std::string& line, int position,
                                       const char* listName) {
     char buffer[LINE_BUFFER_SIZE];
     std::size_t open = line.find(HEADER_NAMES_BEGIN, position + std::strlen(listName));
-    bool contentOnHeaderLine = false;
+    bool entryPending = false;  // the header line holds the first entry
     if (open != std::string::npos) {
         line = line.substr(open + 1);
-        std::strcpy(buffer, line.c_str());  // the line came from a buffer of this size
-        contentOnHeaderLine = !commentLine(buffer) && !blankLine(buffer);
+        entryPending = !commentLine(&line[0]) && !blankLine(&line[0]);
     } else {
-        // The "(" may stand on a later line; what follows it there is ignored.
-        for (;;) {
-            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
-                throw wrapError(
-                    FailureText("Unexpected EOF. Expected \"%s\"", HEADER_NAMES_BEGIN).text);
-            }
-            if (commentLine(buffer) || blankLine(buffer)) continue;
-            if (std::strstr(buffer, HEADER_NAMES_BEGIN) != nullptr) break;
-        }
+        skipToListStart(*this, in, buffer);
     }
     for (;;) {
-        if (!contentOnHeaderLine) {
-            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
-                throw wrapError(
-                    FailureText("Unexpected EOF. Expected \"%s\"", HEADER_NAMES_END).text);
-            }
-            if (commentLine(buffer) || blankLine(buffer)) continue;
-            line = buffer;
-        }
-        contentOnHeaderLine = false;
-
+        if (!entryPending) readListLine(*this, in, buffer, line);
+        entryPending = false;
+        // One entry per line; the line holding ")" ends the list, and the text
+        // before the ")" is its last entry unless it is empty.
         std::size_t close = line.find(HEADER_NAMES_END);
-        bool lastEntry = close != std::string::npos;
-        if (lastEntry) {
+        bool lastLine = close != std::string::npos;
+        if (lastLine) {
             std::string before = line.substr(0, close);
             trim(&before[0], line);
             if (line.empty()) return false;
         }
         storeEntry(*this, line, listName);
-        if (lastEntry) return false;
+        if (lastLine) return false;
     }
 }

@@ -52,103 +52,127 @@ NumberRequest readNumberRequest(MessageTable& table, std::string& line, int posi
     return request;
 }
 
+// The working values of one definition while it is read.
+struct Definition {
+    long* language = nullptr;      // into the table's languages, or at inheritedLanguage
+    Facility* facility = nullptr;  // into the table's facilities, or at currentFacility
+    long* severity = nullptr;      // into the table's severities, or at inheritedSeverity
+    std::string symbolicName;
+    std::string text;                                   // the text gathered so far
+    long inheritedLanguage = 0, inheritedSeverity = 0;  // a continuation's copies
+    long messageId = 0;
+};
+
+// Header lines up to the first text line (left in `buffer`, `textPending` set)
+// or to the end of the file. Returns whether the end of the file was met.
+bool readHeaderBlock(MessageTable& table, std::ifstream& in, char* buffer, bool atEnd,
+                     Definition& d, bool& textPending) {
+    textPending = false;
+    while (!atEnd) {
+        if (!table.processMessageHeaderBlock(buffer, d.language, d.facility, d.severity,
+                                             d.symbolicName)) {
+            textPending = true;
+            return false;
+        }
+        atEnd = readLine(table, in, buffer) == LineRead::EndOfFile;
+    }
+    // The read that met the end of the file may still hold a header line.
+    if (!table.processMessageHeaderBlock(buffer, d.language, d.facility, d.severity,
+                                         d.symbolicName)) {
+        throw table.wrapError("Unexpected EOF. Expected message body");
+    }
+    return true;
+}
+
+// Fills in what the header block left open, takes the code from the
+// facility's counter and composes the identifier.
+void completeDefinition(MessageTable& table, Definition& d, FormattableMessage* previous,
+                        const NumberRequest& request) {
+    if (d.symbolicName.empty()) {
+        throw table.wrapError(
+            FailureText("No symbolic name specified for message. Expected tag: \"%s\"",
+                        MessageTable::MESSAGE_SYMBOLIC_NAME)
+                .text);
+    }
+    if (d.language == nullptr) {
+        if (previous != nullptr) {
+            d.inheritedLanguage = previous->languageId;
+            d.language = &d.inheritedLanguage;
+        } else if ((d.language = table.languages.getIDX(table.defaultLanguage)) == nullptr) {
+            throw table.wrapError(
+                FailureText("Unknown default language: %s", table.defaultLanguage.c_str()).text);
+        }
+    }
+    if (d.facility == nullptr) d.facility = &table.currentFacility;
+    if (d.severity == nullptr) {
+        if (previous != nullptr) {
+            d.inheritedSeverity = previous->severityId;
+            d.severity = &d.inheritedSeverity;
+        } else if ((d.severity = table.severities.getIDX(table.defaultSeverity)) == nullptr) {
+            throw table.wrapError(
+                FailureText("Unknown default severity: %s", table.defaultSeverity.c_str()).text);
+        }
+    }
+    Facility& facility = *d.facility;
+    if (request.kind == NumberRequest::Relative) {
+        facility.msgId = add32(facility.msgId, request.number);
+    }
+    if (request.kind == NumberRequest::Absolute) facility.msgId = request.number;
+    long code = facility.msgId;
+    if (previous == nullptr) {
+        facility.msgId = add32(code, 1);
+    } else {
+        code = add32(code, -1);  // a further language of the message numbered last
+    }
+    d.messageId =
+        composeMessageId(*d.severity, table.customerBit, table.reservedBit, facility.id, code);
+}
+
+bool takeTextLine(MessageTable& table, char* line, Definition& d) {
+    return table.processMessageBody(line, d.text, d.language, *d.facility, d.severity,
+                                    d.symbolicName, d.messageId);
+}
+
+// Text lines up to the "." line, which stores the message. Returns whether
+// the end of the file was met; a text cut off by it is an error.
+bool readText(MessageTable& table, std::ifstream& in, char* buffer, bool textPending,
+              Definition& d) {
+    if (textPending && takeTextLine(table, buffer, d)) return false;
+    for (;;) {
+        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
+            if (takeTextLine(table, buffer, d) || d.text.empty()) return true;
+            throw table.wrapError(
+                FailureText("Unexpected EOF, before message end marker \"%s\", is found",
+                            MessageTable::MESSAGE_END_MARKER)
+                    .text);
+        }
+        if (takeTextLine(table, buffer, d)) return false;
+    }
+}
+
 }  // namespace
 
 bool MessageTable::processMessageId(std::ifstream& in, std::string& line, int position,
                                     FormattableMessage* previous) {
-    long* language = nullptr;
-    Facility* facility = nullptr;
-    long* severity = nullptr;
-    std::string symbolicName, text;
+    Definition definition;
     NumberRequest request;
     char buffer[LINE_BUFFER_SIZE];
     bool atEnd = false;
-
     if (previous == nullptr) {
         request = readNumberRequest(*this, line, position);
         atEnd = readLine(*this, in, buffer) == LineRead::EndOfFile;
     } else {
-        // The opening line itself is the first header line; it came from a
-        // line buffer, so it fits.
+        // A continuation: its opening line is the first header line.
         std::strncpy(buffer, line.c_str(), LINE_BUFFER_SIZE - 1);
         buffer[LINE_BUFFER_SIZE - 1] = '\0';
-        symbolicName = previous->symbolicName;
+        definition.symbolicName = previous->symbolicName;
     }
-
-    // Header block.
     bool textPending = false;
-    while (!atEnd) {
-        if (!processMessageHeaderBlock(buffer, language, facility, severity, symbolicName)) {
-            textPending = true;
-            break;
-        }
-        atEnd = readLine(*this, in, buffer) == LineRead::EndOfFile;
-    }
-    if (atEnd && !processMessageHeaderBlock(buffer, language, facility, severity, symbolicName)) {
-        throw wrapError("Unexpected EOF. Expected message body");
-    }
-
-    // Defaults, then the code from the facility's counter.
-    if (symbolicName.empty()) {
-        throw wrapError(FailureText("No symbolic name specified for message. Expected tag: \"%s\"",
-                                    MESSAGE_SYMBOLIC_NAME)
-                            .text);
-    }
-    long previousLanguage = 0, previousSeverity = 0;
-    if (language == nullptr) {
-        if (previous != nullptr) {
-            previousLanguage = previous->languageId;
-            language = &previousLanguage;
-        } else if ((language = languages.getIDX(defaultLanguage)) == nullptr) {
-            throw wrapError(
-                FailureText("Unknown default language: %s", defaultLanguage.c_str()).text);
-        }
-    }
-    if (facility == nullptr) facility = &currentFacility;
-    if (severity == nullptr) {
-        if (previous != nullptr) {
-            previousSeverity = previous->severityId;
-            severity = &previousSeverity;
-        } else if ((severity = severities.getIDX(defaultSeverity)) == nullptr) {
-            throw wrapError(
-                FailureText("Unknown default severity: %s", defaultSeverity.c_str()).text);
-        }
-    }
-    if (request.kind == NumberRequest::Relative)
-        facility->msgId = add32(facility->msgId, request.number);
-    if (request.kind == NumberRequest::Absolute) facility->msgId = request.number;
-    long code;
-    if (previous == nullptr) {
-        code = facility->msgId;
-        facility->msgId = add32(code, 1);
-    } else {
-        code = add32(facility->msgId, -1);
-    }
-    long messageId = composeMessageId(*severity, customerBit, reservedBit, facility->id, code);
-
-    // Text, up to its "." line. `previous` may be released from here on.
-    if (!atEnd && !(textPending && processMessageBody(buffer, text, language, *facility, severity,
-                                                      symbolicName, messageId))) {
-        for (;;) {
-            if (readLine(*this, in, buffer) == LineRead::EndOfFile) {
-                atEnd = true;
-                if (processMessageBody(buffer, text, language, *facility, severity, symbolicName,
-                                       messageId) ||
-                    text.empty()) {
-                    break;
-                }
-                throw wrapError(
-                    FailureText("Unexpected EOF, before message end marker \"%s\", is found",
-                                MESSAGE_END_MARKER)
-                        .text);
-            }
-            if (processMessageBody(buffer, text, language, *facility, severity, symbolicName,
-                                   messageId)) {
-                break;
-            }
-        }
-    }
-    currentFacility = *facility;
+    atEnd = readHeaderBlock(*this, in, buffer, atEnd, definition, textPending);
+    completeDefinition(*this, definition, previous, request);
+    // Storing the text releases `previous` (the table's lastMessage).
+    if (!atEnd) atEnd = readText(*this, in, buffer, textPending, definition);
+    currentFacility = *definition.facility;
     return atEnd;
 }
 

@@ -142,15 +142,23 @@ TEST(FormatMessage, LoadsANamedFileOnceOnDemand) {
         char* path = const_cast<char*>(file.path().c_str());
         const char* values[] = {"/tmp"};
         char buffer[64];
+        char* target = buffer;
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(
+            MessageModule::formatMessage(_FORMAT_MESSAGE_FROM_HMODULE | _FORMAT_MESSAGE_FROM_SYSTEM,
+                                         path, 0, 0, &target, 64, nullptr),
+            -1);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  "formatMessage(): dwFlags=_FORMAT_MESSAGE_FROM_SYSTEM is unsupported\n");
+        std::string name = file.path();
+        EXPECT_NE(MessageModule::mtmap.get(name), nullptr);  // loaded before the refusal
         for (int call = 0; call < 2; ++call) {
-            char* target = buffer;
+            target = buffer;
             long result = MessageModule::formatMessage(
                 _FORMAT_MESSAGE_FROM_HMODULE | _FORMAT_MESSAGE_ARGUMENT_ARRAY, path,
                 static_cast<long>(0xC0000001u), 0x409, &target, 64, const_cast<char**>(values));
             EXPECT_EQ(result, 19);
             EXPECT_STREQ(buffer, "Disk /tmp is full.");
-            std::string name = file.path();
-            EXPECT_NE(MessageModule::mtmap.get(name), nullptr);
             std::remove(path);  // a second call must not read the file again
         }
     });

@@ -75,6 +75,8 @@ TEST(InsertScan, LongInsertsAreCutToTheirLimit) {
     EXPECT_EQ(formatArray("%1", {text(longText.c_str())}).text, std::string(999, 'q'));
     EXPECT_EQ(formatArray("%1!1200d!", {asElement(7)}).text, std::string(999, ' '));
     EXPECT_EQ(formatList("%1", 0, longText.c_str()).text, std::string(1000, 'q'));
+    EXPECT_EQ(formatArray("%1%1<%1", {text(longText.c_str())}).text,
+              std::string(1998, 'q') + "<" + std::string(999, 'q'));  // beyond the stack result
     EXPECT_EQ(formatList("%2!-1200d!", 0, 0, 7).text, "7" + std::string(999, ' '));
 }
 
@@ -125,6 +127,8 @@ TEST(InsertScan, FormatsMatchSnprintf) {
                 << format;
         }
         expectListMatchesSnprintf("%ld", value);
+        expectListMatchesSnprintf("%li", value * 5000);
+        expectListMatchesSnprintf("%lu", static_cast<unsigned long>(value));
         expectListMatchesSnprintf("%lx", value);
         expectListMatchesSnprintf("%lld", static_cast<long long>(value) * 3000);
         expectListMatchesSnprintf("%llu", static_cast<unsigned long long>(value) * 3000);
@@ -134,6 +138,7 @@ TEST(InsertScan, FormatsMatchSnprintf) {
         expectListMatchesSnprintf("%8.3e", value / 7.0);
         expectListMatchesSnprintf("%Lg", static_cast<long double>(value) / 3);
         expectListMatchesSnprintf("%-9.4s", "abcdefgh");
+        expectListMatchesSnprintf("%5ls", L"wide");
     }
     char expected[64];
     snprintf(expected, sizeof expected, "%p", static_cast<void*>(&expected));
@@ -142,6 +147,7 @@ TEST(InsertScan, FormatsMatchSnprintf) {
     EXPECT_EQ(formatArray("%1!lu!", {asElement(-1)}).text, std::to_string(~0UL));
     EXPECT_EQ(formatArray("%1!.1f!", {asElement(-3)}).text, "-3.0");  // the element's value
     EXPECT_EQ(formatArray("%1!s!", {nullptr}).text, "(null)");
+    EXPECT_EQ(formatList("%1", 0, static_cast<char*>(nullptr), "next").text, "(null)");
 }
 
 TEST(InsertScan, FormatsThatReadOrWriteElsewhereAreRefused) {

@@ -66,7 +66,7 @@ TEST(ErrorTexts, LinesThatTheBufferCannotHoldAreRefused) {
                ": message files are read as 8-bit text";
     };
     expectLoadError(std::string(";ok\n;a\0b\n", 10), 2, nulAt(3));
-    expectLoadError(std::string("\r\0\n\0;\0", 8), 1, nulAt(2));
+    expectLoadError(std::string("\r\0\n\0;\0", 6), 1, nulAt(2));
 }
 
 TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {

@@ -68,6 +68,22 @@ TEST_F(LineScanning, NameValuePairs) {
     }
 }
 
+TEST_F(LineScanning, ErrorsAreWrappedWithWhatTheTableKnowsOfItsPlace) {
+    const struct {
+        const char* fileName;
+        int lineNumber;
+        const char* wrapped;
+    } rows[] = {{"a.mc", 3, "File: \"a.mc\", Line: 3 - oops"},
+                {"", 3, "oops"},
+                {"a.mc", 0, "File: \"a.mc\" - oops"},
+                {"", -1, "oops"}};
+    for (const auto& row : rows) {
+        table.fileName = row.fileName;
+        table.lineNumber = row.lineNumber;
+        EXPECT_EQ(table.wrapError("oops").msg, row.wrapped);
+    }
+}
+
 TEST_F(LineScanning, Numbers) {
     const long untouched = 4242;
     const struct {

@@ -27,20 +27,6 @@ TEST(Renderings, ATableShowsItsThreeMaps) {
         std::ostringstream out;
         out << *table;
         EXPECT_EQ(out.str(), SEEDED_TABLE);
-
-        MessageTable* declared = loadText(
-            "LanguageNames=(English=0x409:M)\n"
-            "FacilityNames=(Io=0x4:IO)\n",
-            false, "declared.mc");
-        ASSERT_NE(declared, nullptr);
-        std::string text = declared->toString();
-        EXPECT_NE(text.find("Lang-Map: \n[Forward:->|key=\"english\"; val=\"0x409 (1033)\"]\n"
-                            "[Reverse:->|key=\"0x409 (1033)\"; val=\"0x409:M\"]\n\nFacility-Map:\n"
-                            "|facility=0x0 (0);msg-id=0x1 (1);Name=\"\";def-msg-id=0x1 (1)\n"
-                            "|facility=0x4 (4);msg-id=0x1 (1);Name=\"IO\";def-msg-id=0x40001 "
-                            "(262145)\n\nSeverity-Map:\n"),
-                  std::string::npos)
-            << text;
     });
 }
 

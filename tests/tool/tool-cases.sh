@@ -1,0 +1,158 @@
+#!/usr/bin/env bash
+# End-to-end cases of the tqmsg tool, one per CTest test:
+#   tool-cases.sh CASE TOOL SOURCE_DIR "CC FLAGS" "CXX FLAGS" [EMULATOR]
+# Expected values come from the example message file itself or from another
+# subcommand (list against header, format by name against format by id).
+set -uo pipefail
+case_name=$1 tool=$2 src=$3 cc=$4 cxx=$5 emulator=${6:-}
+mc=$src/examples/messages.mc
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+
+# run ARGS...: runs the tool; sets $status, $out (stdout), $err (stderr).
+run() {
+    $emulator "$tool" "$@" >"$work/out" 2>"$work/err"
+    status=$?
+    out=$(cat "$work/out")
+    err=$(cat "$work/err")
+}
+fail() { echo "FAIL [$case_name]: $*"; failures=$((failures + 1)); }
+expect_status() { [ "$status" = "$1" ] || fail "exit $status, expected $1 ($2): $err"; }
+expect_in() { grep -qF -- "$2" <<<"$1" || fail "missing \"$2\" in: $1"; }
+
+messages=$(grep -c '^SymbolicName=' "$mc")
+texts=$(grep -c '^\.$' "$mc")
+languages=$(grep -c '^LanguageNames=' "$mc")
+
+case $case_name in
+check_ok)
+    run check "$mc"
+    expect_status 0 check
+    [ "$out" = "$mc: ok, $messages messages, $languages languages, $texts texts" ] ||
+        fail "check said: $out"
+    ;;
+check_error)
+    printf 'LanguageNames=(English=0x409:MSG00409)\n\nOutputBase=16\n' >"$work/bad.mc"
+    printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_OTHER\nHi\n.\n' \
+        >"$work/other.mc"
+    run check "$mc" "$work/bad.mc" "$work/other.mc" "$work/missing.mc"
+    expect_status 1 "check with bad files"
+    expect_in "$out" "$mc: ok"
+    expect_in "$out" "$work/other.mc: ok, 1 messages, 1 languages, 1 texts"
+    expect_in "$err" "$work/bad.mc\", Line: 3"
+    expect_in "$err" "Cannot understand input"
+    expect_in "$err" "Unable to open file: $work/missing.mc"
+    grep -q "bad.mc" <<<"$out" && fail "the error reached standard output"
+    ;;
+exit_status)
+    while read -r expected args; do
+        run $args
+        expect_status "$expected" "$args"
+    done <<EOT
+0 --version
+0 --help
+2
+2 frobnicate
+0 check --help
+0 list --help
+0 format --help
+0 dump --help
+0 header --help
+2 check
+2 list $mc --format xml
+2 format $mc
+2 format $mc MSG_JOB_LATE x 1 --lang German --width 256
+2 format $mc MSG_JOB_LATE x 1
+2 format $mc MSG_JOB_LATE x ten --lang German
+2 format $mc MSG_JOB_LATE x --lang German
+1 format $mc MSG_NOPE --lang German
+1 format $mc MSG_JOB_LATE x 1 --lang Klingon
+1 format $mc 0x7777 --lang German
+1 format $mc MSG_JOB_LATE x 1 --lang German --also $mc
+1 dump $work/missing.mc
+1 header $work/missing.mc
+EOT
+    run --version
+    expect_in "$out" "tqmsg "
+    run
+    [ "$(wc -l <"$work/err")" = 2 ] || fail "usage error is not reason plus one hint: $err"
+    ;;
+list_table | list_tsv)
+    format=${case_name#list_}
+    run list "$mc" --format "$format"
+    expect_status 0 list
+    [ "$(wc -l <<<"$out")" = $((texts + 1)) ] || fail "expected a header and $texts rows"
+    expect_in "$out" 'free.\nFree some space'
+    if [ "$format" = tsv ]; then
+        awk -F'\t' 'NF != 6 { exit 1 }' <<<"$out" || fail "a TSV row has not 6 fields"
+    fi
+    run list "$mc" --lang german --format "$format"
+    [ "$(wc -l <<<"$out")" = $((texts / 2 + 1)) ] || fail "--lang german kept other languages"
+    ;;
+list_json)
+    run list "$mc" --format json
+    expect_status 0 "list json"
+    python3 -m json.tool <"$work/out" >/dev/null || fail "invalid JSON"
+    python3 -c 'import json,sys; d=json.load(open(sys.argv[1])); assert len(d)==int(sys.argv[2]), len(d); assert {e["language"] for e in d}=={1031,1033}' \
+        "$work/out" "$texts" || fail "JSON content"
+    ;;
+json_escapes)
+    printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_E\nq" b\\ t\tc\001 \303\274 \360\237\230\200 \351\n.\n' \
+        >"$work/esc.mc"
+    run list "$work/esc.mc" --format json
+    python3 -c 'import json,sys; t=json.load(open(sys.argv[1]))[0]["text"]; assert t=="q\" b\\ t\tc\x01 \u00fc \U0001F600 \u00e9", repr(t)' \
+        "$work/out" || fail "escaped text does not round-trip"
+    LC_ALL=C grep -q $'[\x80-\xff]' "$work/out" && fail "JSON holds raw non-ASCII bytes"
+    run list "$work/esc.mc" --format tsv
+    expect_in "$out" 't\tc\x01 ü 😀 \xe9'
+    ;;
+format)
+    run format "$mc" MSG_JOB_LATE nightly 12 --lang German
+    expect_status 0 format
+    [ "$out" = 'Auftrag "nightly" wurde 12 Minuten zu spät gestartet.' ] || fail "got: $out"
+    id=$($emulator "$tool" list "$mc" --format tsv | awk -F'\t' '$5 == "MSG_JOB_LATE" { print $1; exit }')
+    by_id=$($emulator "$tool" format "$mc" "0x$id" nightly 12 --lang 0x407)
+    [ "$by_id" = "$out" ] || fail "by id 0x$id: $by_id"
+    run format "$mc" MSG_CHECKSUM 48879 /dev/sdb --lang english
+    [ "$out" = "Checksum mismatch in block 0x0000BEEF of /dev/sdb." ] || fail "got: $out"
+    run format "$mc" MSG_PROMPT_RETRY /a/rather/long/path --lang english --width 20
+    [ "$out" = $'Retry the copy of \n/a/rather/long/path\n [y/n]? ' ] || fail "width: $out"
+    run format "$mc" MSG_JOB_LATE --lang German --ignore-inserts
+    raw=$($emulator "$tool" list "$mc" --lang German --format tsv | awk -F'\t' '$5 == "MSG_JOB_LATE" { print $6 }')
+    [ "$out" = "$raw" ] || fail "--ignore-inserts: $out"
+    printf 'LanguageNames=(English=0x409:M1)\nMessageId=1\nSymbolicName=MSG_A\n%%1 at 50%%\n.\n' >"$work/one.mc"
+    run format "$work/one.mc" MSG_A x
+    [ "$out" = "x at 50" ] && fail "the library should refuse a text ending in %"
+    expect_status 1 "a failing format"
+    [ -z "$out" ] || fail "standard output not clean after a failure: $out"
+    expect_in "$err" "string cannot end with an escape sequence"
+    ;;
+dump)
+    run dump "$mc"
+    expect_status 0 dump
+    expect_in "$out" "TABLE-ID: $mc"
+    expect_in "$out" "Multi-Lang-Message-Map: ($texts entries)"
+    ;;
+header_compiles)
+    run header "$mc" -o "$work/messages.h"
+    expect_status 0 header
+    [ "$(grep -c '^#define MSG_' "$work/messages.h")" = "$messages" ] || fail "one #define per message"
+    first=$(grep -m1 -A1 '^Language=English' "$mc" | tail -1)  # English is declared first
+    expect_in "$(cat "$work/messages.h")" "/* $first */"
+    # Each value must equal the identifier that list reports, as an int.
+    $emulator "$tool" list "$mc" --lang 1033 --format tsv | awk -F'\t' 'NR > 1 {
+        printf "STATIC_ASSERT(%s == (int)0x%su, \"%s\");\n", $5, $1, $5 }' >"$work/checks.inc"
+    printf '#include "messages.h"\n#include "messages.h"\n#define STATIC_ASSERT _Static_assert\n#include "checks.inc"\nint main(void) { return MSG_JOB_LATE == 0; }\n' >"$work/use.c"
+    $cc -std=c11 -Wall -Wextra -Werror -pedantic -c "$work/use.c" -o "$work/use_c.o" ||
+        fail "the header does not compile as C"
+    printf '#include "MessageModule.h"\n#include "messages.h"\n#define STATIC_ASSERT static_assert\n#include "checks.inc"\nint main() { char b[64]; switch (MSG_CHECKSUM) { case MSG_DISK_FULL: break; } return TQ_LangLookup(MSG_JOB_LATE, 0x409, b, 64) != nullptr; }\n' >"$work/use.cpp"
+    $cxx -std=c++17 -Wall -Wextra -Werror -pedantic -I"$src/include" -c "$work/use.cpp" -o "$work/use_cpp.o" ||
+        fail "the header does not compile as C++"
+    grep -q ', "MSG_' "$work/checks.inc" || fail "no identifier was checked"
+    ;;
+*)
+    fail "unknown case"
+    ;;
+esac
+exit $((failures > 0))

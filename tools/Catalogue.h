@@ -1,0 +1,63 @@
+// The message files of one run of the tool, loaded into the process-wide
+// store once, and the look-ups the subcommands share: languages by number or
+// declared name, messages by symbolic name or identifier.
+#ifndef TQMSG_TOOL_CATALOGUE_H
+#define TQMSG_TOOL_CATALOGUE_H
+
+#include <string>
+#include <vector>
+
+#include "MessageModule.h"
+
+// A failure the user caused on the command line: reported with a one-line
+// hint and exit status 2.
+struct UsageError {
+    std::string text;
+};
+
+// A name that the loaded files do not define: reported on standard error,
+// exit status 1.
+struct LookupFailure {
+    std::string text;
+};
+
+// A 32-bit number written in decimal (optionally signed) or 0x hexadecimal.
+// False for anything else, or for a magnitude beyond 32 bits.
+bool parseNumber(const std::string& text, long& number);
+
+// One stored text with its identifier, in listing order.
+struct StoredText {
+    long messageId;
+    FormattableMessage* message;
+};
+
+class Catalogue {
+public:
+    // Loads `files` in order into one module. Returns false after the first
+    // failure, whose library text has been written to standard error.
+    bool load(const std::vector<std::string>& files);
+    // Loads one more file; the library's failure text goes to `failure`.
+    bool loadOne(const std::string& file, std::string& failure);
+
+    MessageModule& module() { return module_; }
+
+    // Distinct language ids declared by the loaded files, ascending.
+    std::vector<long> languageIds() const;
+    // A numeric language id, or the id of a language name a loaded file declares
+    // (any case). Throws LookupFailure for anything else.
+    long language(const std::string& text) const;
+    // The message id of a symbolic name, or a numeric identifier. Throws
+    // LookupFailure when neither.
+    long messageId(const std::string& text) const;
+    // The lower-case name a loaded file gives a severity / facility id, or "".
+    std::string severityName(long id) const;
+    std::string facilityName(long id) const;
+    // Every stored text, ordered by unsigned identifier then language id;
+    // `languageId` null for all languages.
+    std::vector<StoredText> texts(const long* languageId) const;
+
+private:
+    MessageModule module_;
+};
+
+#endif  // TQMSG_TOOL_CATALOGUE_H

@@ -1,0 +1,132 @@
+// tqmsg format: one message through formatMessage, printed with a line feed.
+#include <cstdint>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include "Catalogue.h"
+#include "Commands.h"
+#include "InsertUses.h"
+
+namespace {
+
+struct FormatOptions {
+    std::string file;
+    std::vector<std::string> also;
+    std::string message;
+    std::vector<std::string> args;
+    std::string language;
+    int width = 0;
+    bool ignoreInserts = false;
+};
+
+// The formatter writes its failure line to std::cout; while it runs, that
+// line is caught here so standard output carries only the result.
+class CoutCapture {
+public:
+    CoutCapture() : saved_(std::cout.rdbuf(captured_.rdbuf())) {}
+    ~CoutCapture() { std::cout.rdbuf(saved_); }
+    std::string text() const { return captured_.str(); }
+
+private:
+    std::ostringstream captured_;
+    std::streambuf* saved_;
+};
+
+long chooseLanguage(const Catalogue& catalogue, const std::string& requested) {
+    if (!requested.empty()) return catalogue.language(requested);
+    std::vector<long> declared = catalogue.languageIds();
+    if (declared.size() == 1) return declared.front();
+    throw UsageError{"the files declare " + std::to_string(declared.size()) +
+                     " languages: choose one with --lang"};
+}
+
+// The argument array: element n-1 is the value of insert n, an integer where
+// every use of the insert converts an integer, else a pointer to the text.
+// Every one of the 199 possible inserts has an element.
+std::vector<char*> argumentArray(std::vector<std::string>& args, const InsertUses& uses,
+                                 const std::string& message) {
+    if (uses.highest() > static_cast<int>(args.size())) {
+        throw UsageError{message + " uses insert %" + std::to_string(uses.highest()) + " but " +
+                         std::to_string(args.size()) + " argument(s) were given"};
+    }
+    static char empty[] = "";
+    std::vector<char*> array(std::max<size_t>(199, args.size()), empty);
+    for (size_t i = 0; i < args.size(); ++i) {
+        long value = 0;
+        if (!uses.isInteger(static_cast<int>(i + 1))) {
+            array[i] = &args[i][0];
+        } else if (parseNumber(args[i], value)) {
+            // As typed: a negative number sign-extends, any other zero-extends,
+            // so "%lu" of 3000000000 is 3000000000 on x86-64 as well.
+            intptr_t raw = args[i][0] == '-' ? static_cast<intptr_t>(value)
+                                             : static_cast<intptr_t>(static_cast<uint32_t>(value));
+            array[i] = reinterpret_cast<char*>(raw);
+        } else {
+            throw UsageError{"argument " + std::to_string(i + 1) + " (\"" + args[i] +
+                             "\") must be a number: insert %" + std::to_string(i + 1) + " of " +
+                             message + " converts an integer"};
+        }
+    }
+    return array;
+}
+
+int format(FormatOptions& options) {
+    Catalogue catalogue;
+    std::vector<std::string> files = {options.file};
+    files.insert(files.end(), options.also.begin(), options.also.end());
+    if (!catalogue.load(files)) return 1;
+    long languageId = chooseLanguage(catalogue, options.language);
+    long messageId = catalogue.messageId(options.message);
+
+    FormattableMessage* stored = nullptr;
+    MessageModule::mlmap.get(languageId, messageId, stored);
+    InsertUses uses;
+    if (stored && !options.ignoreInserts) uses = scanInserts(stored->text);
+    std::vector<char*> array = argumentArray(options.args, uses, options.message);
+
+    long flags = _FORMAT_MESSAGE_ALLOCATE_BUFFER | _FORMAT_MESSAGE_ARGUMENT_ARRAY |
+                 (options.width & _FORMAT_MESSAGE_MAX_WIDTH_MASK);
+    if (options.ignoreInserts) flags |= _FORMAT_MESSAGE_IGNORE_INSERTS;
+    char* buffer = nullptr;
+    long result;
+    std::string failure;
+    {
+        CoutCapture capture;
+        result = MessageModule::formatMessage(flags, nullptr, messageId, languageId, &buffer, 0,
+                                              array.data());
+        failure = capture.text();
+    }
+    if (result == -1 || buffer == nullptr) {
+        std::cerr << failure;
+        return 1;
+    }
+    std::cout << buffer << '\n';
+    delete[] buffer;
+    return 0;
+}
+
+}  // namespace
+
+CommandRun addFormatCommand(CLI::App& app) {
+    auto options = std::make_shared<FormatOptions>();
+    CLI::App* command = app.add_subcommand(
+        "format", "Format one message through formatMessage and print it with a line feed");
+    command->add_option("FILE", options->file, "Message file")->required();
+    command
+        ->add_option("MESSAGE", options->message,
+                     "Symbolic name, or identifier in decimal or 0x hexadecimal")
+        ->required();
+    command->add_option("ARG", options->args,
+                        "Insert values: %N takes ARG number N (an integer for d i u x X o c)");
+    command->add_option("--also", options->also, "Load a further file (repeatable)")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    command->add_option("--lang", options->language,
+                        "Language: a numeric id or a declared name (default: the only one)");
+    command->add_option("--width", options->width, "Maximum line width, 0 for none")
+        ->check(CLI::Range(0, 255));
+    command->add_flag("--ignore-inserts", options->ignoreInserts,
+                      "Print the text with its escapes and inserts unchanged");
+    return [options] { return format(*options); };
+}
