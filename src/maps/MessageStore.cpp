@@ -9,8 +9,6 @@
 // power-of-two size, at most half full): a random lookup in a large store
 // costs one cache miss for the slot instead of a walk through hash nodes,
 // tree headers and tree nodes scattered over the heap.
-#include <cstdio>
-
 #include "MessageModuleMaps.h"
 #include "maps/OwnedKey.h"
 
@@ -89,11 +87,11 @@ MultiLangMessageMap::IndexSlot* MultiLangMessageMap::findSlot(uint64_t key) {
 
 void MultiLangMessageMap::addToIndex(uint64_t key, MessageIdMap* records) {
     if (2 * (indexed_ + 1) > index_.size()) {
-        std::vector<IndexSlot> old(index_.size() ? 2 * index_.size() : 64,
-                                   IndexSlot{0, nullptr, nullptr, nullptr});
-        old.swap(index_);
+        std::vector<IndexSlot> previous(index_.size() ? 2 * index_.size() : 64,
+                                        IndexSlot{0, nullptr, nullptr, nullptr});
+        previous.swap(index_);  // index_ is now the larger, empty table
         indexed_ = 0;
-        for (IndexSlot& slot : old) {
+        for (IndexSlot& slot : previous) {
             if (slot.records != nullptr) {
                 addToIndex(slot.key, slot.records);
             }
