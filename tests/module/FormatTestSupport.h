@@ -1,0 +1,61 @@
+// Test support for the formatter: calls with captured standard output.
+#ifndef TQMSG_TESTS_FORMAT_TEST_SUPPORT_H
+#define TQMSG_TESTS_FORMAT_TEST_SUPPORT_H
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "MessageModule.h"
+
+// What one formatMessage call did.
+struct Outcome {
+    long result = 0;
+    std::string text;     // the caller's buffer after the call (when not nulled)
+    std::string printed;  // everything written to std::cout
+    bool nulled = false;  // *lpBuffer was set to null
+};
+
+// Formats `text` (from a string) into a 4096-byte buffer, with `flags` added.
+template <typename... Values>
+Outcome formatList(const char* text, long flags, Values... values) {
+    static char buffer[4096];
+    buffer[0] = '\0';
+    char* target = buffer;
+    Outcome outcome;
+    testing::internal::CaptureStdout();
+    outcome.result =
+        MessageModule::formatMessage(flags | _FORMAT_MESSAGE_FROM_STRING, const_cast<char*>(text),
+                                     0, 0, &target, sizeof buffer, values...);
+    outcome.printed = testing::internal::GetCapturedStdout();
+    outcome.nulled = target == nullptr;
+    if (target != nullptr) outcome.text = target;
+    return outcome;
+}
+
+// The same with an argument array.
+inline Outcome formatArray(const char* text, std::vector<char*> values, long flags = 0) {
+    return formatList(text, flags | _FORMAT_MESSAGE_ARGUMENT_ARRAY,
+                      values.empty() ? static_cast<char**>(nullptr) : values.data());
+}
+
+inline char* asElement(long value) { return reinterpret_cast<char*>(value); }
+
+// The failure line `expected` was printed, the buffer pointer nulled and -1 returned.
+inline void expectFailure(const Outcome& outcome, const std::string& expected) {
+    EXPECT_EQ(outcome.result, -1);
+    EXPECT_TRUE(outcome.nulled);
+    EXPECT_EQ(outcome.printed, expected + "\n");
+}
+
+// Stores `text` under (language, id) in the process-wide store.
+inline void storeMessage(long languageId, long messageId, const std::string& text) {
+    FormattableMessage record;
+    record.text = text;
+    record.languageId = languageId;
+    std::string name = "MSG_" + std::to_string(messageId);
+    ASSERT_TRUE(MessageModule::getMessageMap()->put(languageId, name, messageId, record));
+}
+
+#endif  // TQMSG_TESTS_FORMAT_TEST_SUPPORT_H
