@@ -4,16 +4,11 @@
 
 namespace {
 
-const long ENGLISH_ID = 0x409, GERMAN_ID = 0x407;
-
-std::string textOf(long languageId, long messageId) {
-    FormattableMessage* record = recordOf(languageId, messageId);
-    return record == nullptr ? "<none>" : record->text;
-}
+const long GERMAN_ID = 0x407;
 
 TEST(Definitions, CodesComeFromTheFacilityCounters) {
     inFreshProcess([] {
-        loadText(std::string(ENGLISH) +
+        loadText(ENGLISH +
                  "FacilityNames=(Runtime=2:R\nBig=0x1FFF:B)\n"
                  "MessageId=\nSymbolicName=A\n.\n"
                  "MessageId=\nSymbolicName=B\n.\n"
@@ -36,39 +31,34 @@ TEST(Definitions, CodesComeFromTheFacilityCounters) {
             EXPECT_EQ(idOf(row.name), toInt32(static_cast<long>(row.id))) << row.name;
         }
     });
+    // A negative step goes back from the counter (6), onto A's pair.
+    expectLoadError(ENGLISH + "MessageId=5\nSymbolicName=A\n.\nMessageId=-1\nSymbolicName=B\n.\n",
+                    7, "Cannot insert <0x409, B, > tuple into MultiLangMessageMap");
 }
 
-TEST(Definitions, HeadersSetTheDefaultsOfLaterDefinitions) {
-    inFreshProcess([] {
-        loadText(
-            "LanguageNames=(English=0x409:A)\nLanguageNames=(German=0x407:B)\n"
-            "SeverityNames=(Fatal=3:F)\n"
-            "MessageId=1\nlanguage=GERMAN\nSeverity=fatal\nSymbolicName=A\nEins\n.\n"
-            "MessageId=2\nSymbolicName=B\nZwei\n.\n");
-        long b = idOf("B");
-        EXPECT_EQ(b, toInt32(0xC0000002L));
-        ASSERT_NE(recordOf(GERMAN_ID, b), nullptr);
-        EXPECT_EQ(recordOf(GERMAN_ID, b)->severityId, 3);
-        EXPECT_EQ(recordOf(GERMAN_ID, b)->symbolicName, "B");
-    });
-}
-
-TEST(Definitions, ContinuationBlocksAddLanguagesToTheLastMessage) {
+TEST(Definitions, HeadersSetTheDefaultsAndContinuationsAddLanguages) {
     inFreshProcess([] {
         MessageTable* table = loadText(
             "LanguageNames=(English=0x409:A)\nLanguageNames=(German=0x407:B)\n"
-            "MessageId=7\nSeverity=Warning\nSymbolicName=A\nLanguage=English\nSeven\n.\n"
-            "\nLanguage=German\n; comment\nSieben\n.\n");
-        long a = idOf("A");
-        EXPECT_EQ(a, toInt32(0x80000007L));
-        EXPECT_EQ(textOf(ENGLISH_ID, a), "Seven");
-        EXPECT_EQ(textOf(GERMAN_ID, a), "Sieben");
-        ASSERT_NE(recordOf(GERMAN_ID, a), nullptr);
-        EXPECT_EQ(recordOf(GERMAN_ID, a)->severityId, 2);
+            "SeverityNames=(Fatal=3:F)\n"
+            "MessageId=1\nlanguage=GERMAN\nSeverity=fatal\nSymbolicName=A\nEins\n.\n"
+            "MessageId=7\nSeverity=Warning\nSymbolicName=B\nLanguage=English\nSeven\n.\n"
+            "\nLanguage=German\n; comment\nSieben\n.\n"
+            "MessageId=\nSymbolicName=C\nAcht\n.\n");
+        EXPECT_EQ(idOf("A"), toInt32(0xC0000001L));  // the names match in any case
+        EXPECT_EQ(textOf(GERMAN_ID, idOf("A")), "Eins");
+        long b = idOf("B");
+        EXPECT_EQ(b, toInt32(0x80000007L));
+        EXPECT_EQ(textOf(0x409, b), "Seven");
+        EXPECT_EQ(textOf(GERMAN_ID, b), "Sieben");
+        ASSERT_NE(recordOf(GERMAN_ID, b), nullptr);
+        EXPECT_EQ(recordOf(GERMAN_ID, b)->severityId, 2);
+        EXPECT_EQ(recordOf(GERMAN_ID, b)->symbolicName, "B");
+        EXPECT_EQ(textOf(GERMAN_ID, toInt32(0x80000008L)), "Acht");  // no step for a continuation
         ASSERT_NE(table, nullptr);
-        EXPECT_EQ(table->currentFacility.msgId, 8);  // a continuation does not advance it
+        EXPECT_EQ(table->currentFacility.msgId, 9);
         ASSERT_NE(table->lastMessage, nullptr);
-        EXPECT_EQ(table->lastMessage->text, "Sieben");
+        EXPECT_EQ(table->lastMessage->text, "Acht");
         EXPECT_EQ(table->defaultLanguage, "German");
         EXPECT_EQ(table->lineNumber, 0);
         EXPECT_EQ(table->fileName, "");
@@ -78,41 +68,30 @@ TEST(Definitions, ContinuationBlocksAddLanguagesToTheLastMessage) {
 TEST(Definitions, TextLinesAreTrimmedAndJoined) {
     for (bool trailingOnly : {false, true}) {
         inFreshProcess([&] {
-            loadText(std::string(ENGLISH) +
+            loadText(ENGLISH +
                          "MessageId=\nSymbolicName=A\n  first  \r\n; dropped\n\n"
                          "\tsecond Language=x ; kept\t\n  .  \n"
                          "MessageId=\nSymbolicName=EMPTY\n.\n",
                      trailingOnly);
-            EXPECT_EQ(textOf(ENGLISH_ID, idOf("A")), trailingOnly
-                                                         ? "  first\n\tsecond Language=x ; kept"
-                                                         : "first\nsecond Language=x ; kept");
-            EXPECT_EQ(textOf(ENGLISH_ID, idOf("EMPTY")), "");
+            EXPECT_EQ(textOf(0x409, idOf("A")), trailingOnly ? "  first\n\tsecond Language=x ; kept"
+                                                             : "first\nsecond Language=x ; kept");
+            EXPECT_EQ(textOf(0x409, idOf("EMPTY")), "");
         });
     }
 }
 
-TEST(Definitions, AHeaderBlockEndingTheFileStoresNothing) {
-    inFreshProcess([] {
-        MessageTable* table = loadText(
-            std::string(ENGLISH) + "MessageId=4\nSymbolicName=A\n.\nMessageId=\nSymbolicName=B");
+TEST(Definitions, TheLastLineMayEndTheFileWithoutALineFeed) {
+    inFreshProcess([] {  // a header block: nothing stored, the counter advanced all the same
+        MessageTable* table =
+            loadText(ENGLISH + "MessageId=4\nSymbolicName=A\n.\nMessageId=\nSymbolicName=B");
         EXPECT_EQ(idOf("B"), -1);
         ASSERT_NE(table, nullptr);
-        EXPECT_EQ(table->currentFacility.msgId, 6);  // the counter advanced all the same
+        EXPECT_EQ(table->currentFacility.msgId, 6);
     });
-    inFreshProcess([] {  // the last text line ends the file together with its "." line
-        loadText(std::string(ENGLISH) + "MessageId=\nSymbolicName=A\ntext\n .");
-        EXPECT_EQ(textOf(ENGLISH_ID, 1), "text");
+    inFreshProcess([] {  // a "." line ends the message with its last text line
+        loadText(ENGLISH + "MessageId=\nSymbolicName=A\ntext\n .");
+        EXPECT_EQ(textOf(0x409, 1), "text");
     });
-}
-
-TEST(Definitions, SymbolicNamesStayBoundToTheirFirstIdentifier) {
-    const std::string twice = std::string(ENGLISH) +
-                              "MessageId=1\nSymbolicName=A\none\n.\n"
-                              "MessageId=2\nSymbolicName=A\ntwo\n.\n";
-    expectLoadError(twice, 9, "Cannot insert <0x409, A, two> tuple into MultiLangMessageMap");
-    expectLoadError(std::string(ENGLISH) + "MessageId=5\nSymbolicName=A\n.\n" +
-                        "MessageId=-1\nSymbolicName=B\n.\n",
-                    7, "Cannot insert <0x409, B, > tuple into MultiLangMessageMap");
 }
 
 }  // namespace
