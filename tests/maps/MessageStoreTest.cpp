@@ -1,12 +1,11 @@
 // MultiLangMessageMap: keys and their order, the repeated-pair rule and the
-// symbolic-name binding. Each test uses its own store, independent of the
-// process-wide one.
-#include <gtest/gtest.h>
-
-#include <string>
+// symbolic-name binding; MessageTableMap: exact file names, refusal of
+// repeats, and clear. Each test uses its own maps, independent of the
+// process-wide ones.
 #include <vector>
 
-#include "MessageModuleMaps.h"
+#include "FreshProcess.h"
+#include "MessageTable.h"
 
 namespace {
 
@@ -94,6 +93,29 @@ TEST(MessageStore, SymbolicNameStaysBoundToItsFirstIdentifier) {
     EXPECT_EQ(found, nullptr);
     EXPECT_EQ(store.get(1033, otherCase, found), nullptr);
     EXPECT_FALSE(store.put(1033, name, 9, english));  // the pair (1033, 5) exists
+}
+
+TEST(TableRegistry, RegistersExactNamesOnce) {
+    TempFile empty("empty.mc", "");
+    std::string path = empty.path();
+    MessageTableMap registry;
+    MessageTable* first = new MessageTable(nullptr, path, false);
+    MessageTable* second = new MessageTable(nullptr, path, false);
+    std::string name = "a.mc", dotted = "./a.mc", upper = "A.mc";
+
+    EXPECT_EQ(registry.get(name), nullptr);
+    EXPECT_TRUE(registry.put(name, first));
+    EXPECT_FALSE(registry.put(name, second));  // not taken over
+    EXPECT_EQ(registry.get(name), first);
+    EXPECT_EQ(registry.get(dotted), nullptr);
+    EXPECT_EQ(registry.get(upper), nullptr);
+    EXPECT_TRUE(registry.put(upper, nullptr));  // clear skips empty slots
+    delete second;
+
+    registry.clear();  // destroys `first`; a leak checker sees if it did not
+    EXPECT_TRUE(registry.tables.empty());
+    EXPECT_EQ(registry.get(name), nullptr);
+    registry.clear();
 }
 
 }  // namespace

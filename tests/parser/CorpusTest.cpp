@@ -5,6 +5,7 @@
 // the new outcome by hand against the format's rules.
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <fstream>
@@ -168,9 +169,8 @@ TEST_P(Corpus, LoadsAsRecordedWithTheOracleIdentifiers) {
 
 std::string testName(const ::testing::TestParamInfo<Expectation>& info) {
     std::string name = info.param.file;
-    for (char& c : name) {
-        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-    }
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
     return name;
 }
 

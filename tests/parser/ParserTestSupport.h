@@ -4,10 +4,6 @@
 #ifndef TQMSG_TESTS_PARSER_TEST_SUPPORT_H
 #define TQMSG_TESTS_PARSER_TEST_SUPPORT_H
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "FreshProcess.h"
 #include "MessageModule.h"
 
