@@ -1,12 +1,11 @@
 // MultiLangMessageMap: keys and their order, the repeated-pair rule and the
-// symbolic-name binding. Each test uses its own store, independent of the
-// process-wide one.
-#include <gtest/gtest.h>
-
-#include <string>
+// symbolic-name binding; MessageTableMap: exact file names, refusal of
+// repeats, and clear. Each test uses its own maps, independent of the
+// process-wide ones.
 #include <vector>
 
-#include "MessageModuleMaps.h"
+#include "FreshProcess.h"
+#include "MessageTable.h"
 
 namespace {
 
@@ -21,10 +20,10 @@ FormattableMessage record(const char* text, const char* name = "MSG", long facil
     return message;
 }
 
-std::vector<std::string> keyTexts(MultiLangMessageMap& store) {
-    std::vector<std::string> keys;
-    for (auto& entry : store.msgmap) keys.push_back(entry.first);
-    return keys;
+FormattableMessage* stored(MultiLangMessageMap& store, long languageId, long messageId) {
+    FormattableMessage* found = nullptr;
+    store.get(languageId, messageId, found);
+    return found;
 }
 
 TEST(MessageStore, FirstPutStoresACopy) {
@@ -32,60 +31,47 @@ TEST(MessageStore, FirstPutStoresACopy) {
     FormattableMessage message = record("Disk full.");
     FormattableMessage* found = &message;
     EXPECT_EQ(store.get(1033, 1, found), nullptr);
-    EXPECT_EQ(found, nullptr);
-
+    EXPECT_EQ(found, nullptr);  // cleared on a miss
     EXPECT_TRUE(store.put(1033, 1, message));
     message.text = "changed";
-    auto* records = store.get(1033, 1, found);
+    EXPECT_EQ(store.get(1033, 1, found), &store.msgmap.begin()->second);
     ASSERT_NE(found, nullptr);
     EXPECT_EQ(found->text, "Disk full.");
-    EXPECT_EQ(records, &store.msgmap.begin()->second);
-    EXPECT_EQ(store.get(1031, 1, found), nullptr);
+    EXPECT_EQ(stored(store, 1031, 1), nullptr);
 }
 
-TEST(MessageStore, KeysAreSignedDecimalPairsInStrcmpOrder) {
+TEST(MessageStore, KeysAreSigned32BitDecimalPairsInStrcmpOrder) {
     MultiLangMessageMap store;
     FormattableMessage message = record("x");
-    const long pairs[][2] = {{1033, 9},  {1033, 10}, {1033, 1},
-                             {1033, -5}, {10, 7},    {1033, static_cast<long>(0xC0000001u)},
-                             {1031, 1},  {9, 5}};
+    const long pairs[][2] = {
+        {1033, 9},  {1033, 10}, {1033, 1},
+        {1033, -5}, {10, 7},    {1033, static_cast<long>(0xC0000001u)},
+        {1031, 1},  {9, 5},     {1033, static_cast<long>(INT64_C(0x100000005))}};  // 5 on i386 too
     for (auto& pair : pairs) EXPECT_TRUE(store.put(pair[0], pair[1], message));
-    std::vector<std::string> expected = {"10.7",   "1031.1",  "1033.-1073741823", "1033.-5",
-                                         "1033.1", "1033.10", "1033.9",           "9.5"};
-    EXPECT_EQ(keyTexts(store), expected);
-    FormattableMessage* found = nullptr;
-    for (auto& pair : pairs) EXPECT_NE(store.get(pair[0], pair[1], found), nullptr);
-}
-
-TEST(MessageStore, IdentifiersAreNormalisedTo32Bits) {
-    MultiLangMessageMap store;
-    FormattableMessage message = record("x", "MSG", 0, 3);
-    long wide = static_cast<long>(INT64_C(0x1C0000001));  // 0xC0000001 on i386 as well
-    EXPECT_TRUE(store.put(1033, wide, message));
-    FormattableMessage* found = nullptr;
-    EXPECT_NE(store.get(1033, -1073741823L, found), nullptr);
-    EXPECT_EQ(keyTexts(store), std::vector<std::string>{"1033.-1073741823"});
+    std::vector<std::string> keys,
+        expected = {"10.7",    "1031.1", "1033.-1073741823", "1033.-5", "1033.1",
+                    "1033.10", "1033.5", "1033.9",           "9.5"};
+    for (auto& entry : store.msgmap) keys.push_back(entry.first);
+    EXPECT_EQ(keys, expected);
+    for (auto& pair : pairs) EXPECT_NE(stored(store, pair[0], pair[1]), nullptr);
+    EXPECT_NE(stored(store, 1033, 5), nullptr);
 }
 
 TEST(MessageStore, RepeatedPairKeepsOrReplacesInPlace) {
     MultiLangMessageMap store;
-    FormattableMessage first = record("Text", "FIRST", 7, 3);
+    FormattableMessage first = record("Text", "FIRST", 7, 3), renamed = record("Text", "2", 7, 3);
     ASSERT_TRUE(store.put(1033, 1, first));
-    FormattableMessage* stored = nullptr;
-    store.get(1033, 1, stored);
-
-    FormattableMessage renamed = record("Text", "SECOND", 7, 3);
+    FormattableMessage* original = stored(store, 1033, 1);
     EXPECT_FALSE(store.put(1033, 1, renamed));
-    EXPECT_EQ(stored->symbolicName, "FIRST");
+    EXPECT_EQ(original->symbolicName, "FIRST");
 
     // Any difference in text, facility or severity replaces all five fields.
     FormattableMessage variants[] = {record("Other", "T", 7, 3), record("Other", "F", 8, 3),
                                      record("Other", "S", 8, 2)};
     for (FormattableMessage& variant : variants) {
         EXPECT_FALSE(store.put(1033, 1, variant));
-        FormattableMessage* now = nullptr;
-        store.get(1033, 1, now);
-        EXPECT_EQ(now, stored);  // replaced in place
+        FormattableMessage* now = stored(store, 1033, 1);
+        EXPECT_EQ(now, original);  // replaced in place
         EXPECT_EQ(now->symbolicName, variant.symbolicName);
         EXPECT_EQ(now->facilityId, variant.facilityId);
         EXPECT_EQ(now->severityId, variant.severityId);
@@ -99,18 +85,37 @@ TEST(MessageStore, SymbolicNameStaysBoundToItsFirstIdentifier) {
     FormattableMessage english = record("A"), german = record("B");
     EXPECT_TRUE(store.put(1033, name, 5, english));
     EXPECT_TRUE(store.put(1031, name, 7, german));  // filed under 5
-
-    FormattableMessage* found = nullptr;
-    EXPECT_EQ(store.get(1031, 7, found), nullptr);
+    EXPECT_EQ(stored(store, 1031, 7), nullptr);
+    FormattableMessage* found = &english;
     ASSERT_NE(store.get(1031, name, found), nullptr);
     EXPECT_EQ(found->text, "B");
-    EXPECT_NE(store.get(1031, 5, found), nullptr);
-
-    found = &english;
     EXPECT_EQ(store.get(1033, unknown, found), nullptr);
     EXPECT_EQ(found, nullptr);
     EXPECT_EQ(store.get(1033, otherCase, found), nullptr);
     EXPECT_FALSE(store.put(1033, name, 9, english));  // the pair (1033, 5) exists
+}
+
+TEST(TableRegistry, RegistersExactNamesOnce) {
+    TempFile empty("empty.mc", "");
+    std::string path = empty.path();
+    MessageTableMap registry;
+    MessageTable* first = new MessageTable(nullptr, path, false);
+    MessageTable* second = new MessageTable(nullptr, path, false);
+    std::string name = "a.mc", dotted = "./a.mc", upper = "A.mc";
+
+    EXPECT_EQ(registry.get(name), nullptr);
+    EXPECT_TRUE(registry.put(name, first));
+    EXPECT_FALSE(registry.put(name, second));  // not taken over
+    EXPECT_EQ(registry.get(name), first);
+    EXPECT_EQ(registry.get(dotted), nullptr);
+    EXPECT_EQ(registry.get(upper), nullptr);
+    EXPECT_TRUE(registry.put(upper, nullptr));  // clear skips empty slots
+    delete second;
+
+    registry.clear();  // destroys `first`; a leak checker sees if it did not
+    EXPECT_TRUE(registry.tables.empty());
+    EXPECT_EQ(registry.get(name), nullptr);
+    registry.clear();
 }
 
 }  // namespace

@@ -2,36 +2,43 @@
 #ifndef TQMSG_TESTS_FORMAT_TEST_SUPPORT_H
 #define TQMSG_TESTS_FORMAT_TEST_SUPPORT_H
 
-#include <gtest/gtest.h>
-
-#include <string>
 #include <vector>
 
+#include "FreshProcess.h"
 #include "MessageModule.h"
 
 // What one formatMessage call did.
 struct Outcome {
     long result = 0;
-    std::string text;     // the caller's buffer after the call (when not nulled)
+    std::string text;     // *lpBuffer after the call (when not nulled)
     std::string printed;  // everything written to std::cout
     bool nulled = false;  // *lpBuffer was set to null
 };
+
+// Calls formatMessage with *lpBuffer = `buffer`; a buffer allocated for the
+// caller is read and released.
+template <typename... Values>
+Outcome format(long flags, const char* source, long id, long language, char* buffer, long nSize,
+               Values... values) {
+    char* target = buffer;
+    Outcome outcome;
+    testing::internal::CaptureStdout();
+    outcome.result = MessageModule::formatMessage(flags, const_cast<char*>(source), id, language,
+                                                  &target, nSize, values...);
+    outcome.printed = testing::internal::GetCapturedStdout();
+    outcome.nulled = target == nullptr;
+    if (target != nullptr) outcome.text = target;
+    if (target != buffer) delete[] target;
+    return outcome;
+}
 
 // Formats `text` (from a string) into a 4096-byte buffer, with `flags` added.
 template <typename... Values>
 Outcome formatList(const char* text, long flags, Values... values) {
     static char buffer[4096];
     buffer[0] = '\0';
-    char* target = buffer;
-    Outcome outcome;
-    testing::internal::CaptureStdout();
-    outcome.result =
-        MessageModule::formatMessage(flags | _FORMAT_MESSAGE_FROM_STRING, const_cast<char*>(text),
-                                     0, 0, &target, sizeof buffer, values...);
-    outcome.printed = testing::internal::GetCapturedStdout();
-    outcome.nulled = target == nullptr;
-    if (target != nullptr) outcome.text = target;
-    return outcome;
+    return format(flags | _FORMAT_MESSAGE_FROM_STRING, text, 0, 0, buffer, sizeof buffer,
+                  values...);
 }
 
 // The same with an argument array.

@@ -5,7 +5,8 @@
 
 namespace {
 
-const std::string E = ENGLISH;  // line 1 of the files that need a language
+const std::string& E = ENGLISH;  // line 1 of the files that need a language
+const std::string A = E + "MessageId=\nSymbolicName=A\n";  // lines 1-3: a header block
 
 TEST(ErrorTexts, EachErrorNamesItsLine) {
     const struct {
@@ -13,24 +14,19 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         int line;
         const char* message;
     } rows[] = {
-        {" ;x\n", 1, "Cannot understand input: \" ;x\""},
-        {";c\nOutputBase=16\n", 2, "Cannot understand input: \"OutputBase=16\""},
-        {"Severity=Error\r\n", 1, "Cannot understand input: \"Severity=Error\r\""},
+        {";c\n ;x\n", 2, "Cannot understand input: \" ;x\""},
         {"MessageId\n", 1, "Expected Name Value pair got: \"MessageId\""},
-        {"LanguageNames=(English)\n", 1, "Expected Name Value pair got: \"English\""},
         {"LanguageNames=(\n=1\n)\n", 2, "Expected Name Value pair got: \"=1\""},
         {E + "MessageId=\nSymbolicName\n", 3, "Expected Name Value pair got: \"SymbolicName\""},
         {"LanguageNames=\nEnglish=1\n", 3, "Unexpected EOF. Expected \"(\""},
         {"LanguageNames=(English=1\n", 2, "Unexpected EOF. Expected \")\""},
         {"LanguageNames=(\nEnglish=1)", 2, "Unexpected EOF. Expected \")\""},
         {"LanguageNames=(English=-1:X)\n", 1, "Expected langID, got: -1:X"},
-        {"LanguageNames=(English=)\n", 1, "Expected langID, got: "},
         {"FacilityNames=(R=zz:R)\n", 1, "Expected facility ID, got: zz"},
         {"SeverityNames=(S=:S)\n", 1, "Expected severity ID, got: :S"},
-        {"MessageId=12a\n", 1, "Expected numeric value for message id, got: 12a"},
         {"MessageId=+\n", 1, "Expected numeric value for message id, got: +"},
         {E + "MessageId=\n\nSymbolicName=A\n", 3, "Unexpected end of MessageId block"},
-        {E + "MessageId=\nSymbolicName=A\n", 4, "Unexpected end of MessageId block"},
+        {A, 4, "Unexpected end of MessageId block"},
         {E + "MessageId=\nSymbolicName=MSG_FACILITY_DOWN\n", 3,
          "Unknown facility: MSG_FACILITY_DOWN"},
         {E + "MessageId=\nSeverity=Critical\n", 3, "Unknown severity: Critical"},
@@ -38,14 +34,10 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         {E + "MessageId=\nhello\n.\n", 3,
          "No symbolic name specified for message. Expected tag: \"symbolicname\""},
         {"MessageId=\nSymbolicName=A\nx\n.\n", 3, "Unknown default language: English"},
-        {E + "MessageId=\nSymbolicName=A\nhello", 4, "Unexpected EOF. Expected message body"},
-        {E + "MessageId=\nSymbolicName=A\nhello\n", 5,
-         "Unexpected EOF, before message end marker \".\", is found"},
-        {E + "MessageId=\nSymbolicName=A\nhello\nworld", 5,
-         "Unexpected EOF, before message end marker \".\", is found"},
+        {A + "hello", 4, "Unexpected EOF. Expected message body"},
+        {A + "hello\n", 5, "Unexpected EOF, before message end marker \".\", is found"},
         // After a stored message a line with "language" continues that message.
-        {E + "MessageId=\nSymbolicName=A\n.\nMessageId=9 Language=English\n", 5,
-         "Unknown language: 9 Language=English"},
+        {A + ".\nMessageId=9 Language=English\n", 5, "Unknown language: 9 Language=English"},
     };
     for (const auto& row : rows) expectLoadError(row.content, row.line, row.message);
 }
@@ -58,64 +50,36 @@ TEST(ErrorTexts, LinesThatTheBufferCannotHoldAreRefused) {
         "Line too long: \";" + std::string(39, 'y') + "...\" (at most 4095 characters)";
     expectLoadError(";ok\n" + tooLong + "\n", 2, quoted);
     expectLoadError(";ok\n;ok\n" + tooLong, 3, quoted);
-    expectLoadError(E + "MessageId=\nSymbolicName=A\n" + std::string(4096, 'y') + "\n.\n", 4,
+    expectLoadError(A + std::string(4096, 'y') + "\n.\n", 4,
                     "Line too long: \"" + std::string(40, 'y') + "...\" (at most 4095 characters)");
     // A NUL byte would end the line early: a UTF-16 file must not read as blank lines.
-    auto nulAt = [](int column) {
-        return "NUL byte in column " + std::to_string(column) +
-               ": message files are read as 8-bit text";
-    };
-    expectLoadError(std::string(";ok\n;a\0b\n", 10), 2, nulAt(3));
-    expectLoadError(std::string("\r\0\n\0;\0", 6), 1, nulAt(2));
+    expectLoadError(std::string("\r\0\n\0;\0", 6), 1,
+                    "NUL byte in column 2: message files are read as 8-bit text");
 }
 
 TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {
     inFreshProcess([] {
         MessageModule module;
-        EXPECT_THROW_MSG(MessageModule::loadFile(&module, "no/such.mc", false),
-                         MessageTableParserException,
-                         "File: \"no/such.mc\" - Unable to open file: no/such.mc");
-        EXPECT_THROW_MSG(MessageModule::loadFile(&module, "", false), MessageTableParserException,
-                         "Unable to open file: ");
+        auto loadError = [&](std::string name) {
+            return thrownBy([&] { MessageModule::loadFile(&module, name, false); });
+        };
+        EXPECT_EQ(loadError("no/such.mc"),
+                  "File: \"no/such.mc\" - Unable to open file: no/such.mc");
+        EXPECT_EQ(loadError(""), "Unable to open file: ");
         std::string directory = "tqmsg_" + std::to_string(getpid()) + "_dir.mc";
         ASSERT_EQ(mkdir(directory.c_str(), 0700), 0);
-        EXPECT_THROW_MSG(MessageModule::loadFile(&module, directory, false),
-                         MessageTableParserException,
-                         at(directory, 1) + "Read error: the file could not be read to its end");
+        EXPECT_EQ(loadError(directory),
+                  at(directory, 1) + "Read error: the file could not be read to its end");
         rmdir(directory.c_str());
     });
 }
 
-TEST(ErrorTexts, AFailedTableKeepsThePlaceOfItsError) {
+TEST(ErrorTexts, ATableWithoutAModuleCannotStore) {
     inFreshProcess([] {
-        TempFile file("place.mc", E + "MessageId=\nSymbolicName=A\none\n.\nbad\n");
+        TempFile file("place.mc", A + "one\n.\n");
         std::string path = file.path();
-        try {
-            MessageTable table(nullptr, path, false);
-            ADD_FAILURE() << "loaded without a module";
-        } catch (MessageTableParserException& error) {
-            EXPECT_EQ(error.msg,
-                      at(path, 5) + "Cannot access message map, parent module handle is NULL");
-        }
-        MessageModule module;
-        EXPECT_THROW_MSG(MessageModule::loadFile(&module, path, false), MessageTableParserException,
-                         at(path, 6) + "Cannot understand input: \"bad\"");
-        FormattableMessage* one = recordOf(0x409, 1);
-        ASSERT_NE(one, nullptr);  // stored before the error, kept after it
-        EXPECT_EQ(one->text, "one");
-        EXPECT_EQ(MessageModule::mtmap.get(path), nullptr);
-    });
-}
-
-TEST(ErrorTexts, LongTextsAreCutToTheBuffer) {
-    const std::string text = std::string(4000, 'z') + "\n" + std::string(4000, 'z') + "\n.\n";
-    inFreshProcess([&] {
-        std::string path;
-        std::string error = loadError(
-            E + "MessageId=1\nSymbolicName=A\n" + text + "MessageId=1\nSymbolicName=B\n" + text,
-            &path);
-        EXPECT_EQ(error.size(), 4999u);
-        EXPECT_EQ(error.rfind(at(path, 11) + "Cannot insert <0x409, B, zzz", 0), 0u);
+        EXPECT_EQ(thrownBy([&] { MessageTable table(nullptr, path, false); }),
+                  at(path, 5) + "Cannot access message map, parent module handle is NULL");
     });
 }
 

@@ -9,122 +9,70 @@ protected:
     TempFile empty{"empty.mc", ""};
     std::string path = empty.path();
     MessageTable table{nullptr, path, false};
-
-    std::string trimmed(std::string text, bool trailingOnly) {
-        std::string out = "unchanged";
-        trailingOnly ? table.trimAfter(&text[0], out) : table.trim(&text[0], out);
-        return out;
-    }
 };
 
-TEST_F(LineScanning, CommentAndBlankLines) {
+TEST_F(LineScanning, CommentBlankAndTrimmedLines) {
     const struct {
         const char* line;
         bool comment, blank;
-    } rows[] = {{"", false, true},        {";", true, false},    {";x", true, false},
-                {"\t;x", false, false},   {" ;x", false, false}, {"\r", false, true},
-                {" \t\r\n", false, true}, {"\f", false, false},  {"a;", false, false}};
+        const char *both, *trailing;  // trimmed at both ends, at the end only
+    } rows[] = {{"", false, true, "", ""},
+                {";x", true, false, ";x", ";x"},
+                {" ;x", false, false, ";x", " ;x"},
+                {" \t\r\n", false, true, "", " "},
+                {"\fa b\f", false, false, "\fa b\f", "\fa b\f"},
+                {"  a\t\r", false, false, "a", "  a"}};
     for (const auto& row : rows) {
-        std::string line = row.line;
+        std::string line = row.line, both = "unchanged", trailing = "unchanged";
         EXPECT_EQ(table.commentLine(&line[0]), row.comment) << '"' << row.line << '"';
         EXPECT_EQ(table.blankLine(&line[0]), row.blank) << '"' << row.line << '"';
+        table.trim(&line[0], both);
+        table.trimAfter(&line[0], trailing);
+        EXPECT_EQ(both + "|" + trailing, std::string(row.both) + "|" + row.trailing) << row.line;
     }
 }
 
-TEST_F(LineScanning, Trimming) {
-    const struct {
-        const char* text;
-        const char* both;
-        const char* trailing;
-    } rows[] = {{"  a\t\r", "a", "  a"},     {"", "", ""},
-                {" \t ", "", " "},           {"a b", "a b", "a b"},
-                {"\fa\f", "\fa\f", "\fa\f"}, {"x\r\n", "x", "x"}};
+TEST_F(LineScanning, NameValuePairsAndWrappedErrors) {
+    const char* rows[][3] = {
+        {"Severity = Error ", "Severity", "Error"}, {"a=b=c", "a", "b=c"}, {" =y", "", "y"}};
     for (const auto& row : rows) {
-        EXPECT_EQ(trimmed(row.text, false), row.both) << '"' << row.text << '"';
-        EXPECT_EQ(trimmed(row.text, true), row.trailing) << '"' << row.text << '"';
+        std::string text = row[0];
+        EXPECT_EQ(table.parseNameValuePair(text).toString(),
+                  std::string("<name=\"") + row[1] + "\"; value=\"" + row[2] + "\">");
     }
-}
-
-TEST_F(LineScanning, NameValuePairs) {
-    const struct {
-        const char* text;
-        const char* name;
-        const char* value;
-    } rows[] = {{"Severity = Error ", "Severity", "Error"},
-                {"a=b=c", "a", "b=c"},
-                {"x=", "x", ""},
-                {" =y", "", "y"}};
-    for (const auto& row : rows) {
-        std::string text = row.text;
-        MessageTable::NameValue pair = table.parseNameValuePair(text);
-        EXPECT_EQ(pair.name, row.name) << row.text;
-        EXPECT_EQ(pair.value, row.value) << row.text;
-        EXPECT_EQ(pair.toString(),
-                  std::string("<name=\"") + row.name + "\"; value=\"" + row.value + "\">");
-    }
-    for (std::string bad : {"=x", "abc", ""}) {
-        EXPECT_THROW_MSG(table.parseNameValuePair(bad), MessageTableParserException,
-                         "Expected Name Value pair got: \"" + bad + "\"");
-    }
-}
-
-TEST_F(LineScanning, ErrorsAreWrappedWithWhatTheTableKnowsOfItsPlace) {
     const struct {
         const char* fileName;
         int lineNumber;
         const char* wrapped;
-    } rows[] = {{"a.mc", 3, "File: \"a.mc\", Line: 3 - oops"},
-                {"", 3, "oops"},
-                {"a.mc", 0, "File: \"a.mc\" - oops"},
-                {"", -1, "oops"}};
-    for (const auto& row : rows) {
+    } wraps[] = {{"a.mc", 3, "File: \"a.mc\", Line: 3 - oops"},
+                 {"", 3, "oops"},
+                 {"a.mc", 0, "File: \"a.mc\" - oops"},
+                 {"", -1, "oops"}};
+    for (const auto& row : wraps) {
         table.fileName = row.fileName;
         table.lineNumber = row.lineNumber;
         EXPECT_EQ(table.wrapError("oops").msg, row.wrapped);
     }
 }
 
+// Each text, what getNumber makes of it (the number, or "" when refused and
+// the number untouched) and "s" where a sign is allowed.
 TEST_F(LineScanning, Numbers) {
-    const long untouched = 4242;
-    const struct {
-        const char* text;
-        bool allowSign;
-        bool accepted;
-        long number;
-    } rows[] = {
-        {"12", false, true, 12},
-        {"0x10", false, true, 16},
-        {"0X1f", false, true, 31},
-        {"010", false, true, 10},
-        {" 7 ", false, true, 7},
-        {"12a", false, false, 0},
-        {"-5", false, false, 0},
-        {"+0x10", true, true, 16},
-        {"-0x10", true, true, -16},
-        {"-7", true, true, -7},
-        {"1x10", false, true, 1},
-        {"0x", false, true, 0},
-        {"x1", false, false, 0},
-        {"0x1x", false, false, 0},
-        {"a1", false, false, 0},
-        {"", false, false, 0},
-        {"+", true, false, 0},
-        {"+x", true, false, 0},
-        {"+x1", true, false, 0},
-        {"0xFFFFFFFF", false, true, -1},
-        {"4294967295", false, true, -1},
-        {"0x80000000", false, true, -2147483647L - 1},
-        {"0x100000000", false, false, 0},
-        {"4294967296", false, false, 0},
-        {"-0xFFFFFFFF", true, true, 1},
-        {"99999999999999999999", false, false, 0},
-    };
+    // clang-format off
+    const char* rows[][3] = {
+        {"12", "12", ""}, {"0X1f", "31", ""}, {"010", "10", ""}, {" 7 ", "7", ""},
+        {"1x10", "1", ""}, {"0x", "0", ""}, {"12a", "", ""}, {"-5", "", ""}, {"x1", "", ""},
+        {"0x1x", "", ""}, {"", "", ""}, {"0xFFFFFFFF", "-1", ""}, {"4294967295", "-1", ""},
+        {"0x80000000", "-2147483648", ""}, {"0x100000000", "", ""}, {"4294967296", "", ""},
+        {"99999999999999999999", "", ""}, {"+0x10", "16", "s"}, {"-0x10", "-16", "s"},
+        {"+", "", "s"}, {"+x1", "", "s"}, {"-0xFFFFFFFF", "1", "s"}};
+    // clang-format on
     for (const auto& row : rows) {
-        std::string text = row.text;
-        long number = untouched;
-        EXPECT_EQ(table.getNumber(text, number, row.allowSign), row.accepted)
-            << '"' << row.text << '"';
-        EXPECT_EQ(number, row.accepted ? row.number : untouched) << '"' << row.text << '"';
+        std::string text = row[0];
+        long number = 4242;
+        bool accepted = table.getNumber(text, number, row[2][0] == 's');
+        std::string result = accepted ? std::to_string(number) : number == 4242 ? "" : "changed";
+        EXPECT_EQ(result, row[1]) << '"' << row[0] << '"';
     }
 }
 

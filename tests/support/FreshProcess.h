@@ -12,20 +12,16 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
-#include <iostream>
 #include <string>
 
 template <typename Body>
 void inFreshProcess(Body body) {
-    std::cout.flush();
-    std::fflush(nullptr);
+    std::fflush(nullptr);  // std::cout is synchronised with stdio
     pid_t pid = fork();
     ASSERT_GE(pid, 0) << "fork failed";
     if (pid == 0) {
         body();
-        std::cout.flush();
         std::fflush(nullptr);
         _exit(::testing::Test::HasFailure() ? 1 : 0);
     }
@@ -42,13 +38,9 @@ class TempFile {
 public:
     TempFile(const std::string& name, const std::string& content)
         : path_("tqmsg_" + std::to_string(getpid()) + "_" + name) {
-        std::ofstream out(path_, std::ios::binary);
-        out << content;
+        std::ofstream(path_, std::ios::binary) << content;
     }
     ~TempFile() { std::remove(path_.c_str()); }
-    TempFile(const TempFile&) = delete;
-    TempFile& operator=(const TempFile&) = delete;
-
     const std::string& path() const { return path_; }
 
 private:
