@@ -7,6 +7,7 @@
 #include "MessageModule.h"
 #include "MessageTable.h"
 #include "maps/FailureText.h"
+#include "parser/KeywordSearch.h"
 #include "parser/LineReader.h"
 
 namespace {
@@ -182,15 +183,15 @@ bool MessageTable::processMessageHeaderBlock(char* line, long*& language, Facili
     if (blankLine(line)) throw wrapError("Unexpected end of MessageId block");
 
     enum Header { FacilityHeader, SeverityHeader, LanguageHeader, OutputBase, SymbolicName, Text };
-    const char* keywords[] = {MESSAGE_FACILITY, MESSAGE_SEVERITY, MESSAGE_LANGUAGE,
-                              MESSAGE_OUTPUT_BASE, MESSAGE_SYMBOLIC_NAME};
-    std::string text = line;
-    std::string lowered = toLowerCase(text);
-    int header = FacilityHeader;
-    while (header < Text && lowered.find(keywords[header]) == std::string::npos) ++header;
+    static const char* const keywords[] = {MESSAGE_FACILITY, MESSAGE_SEVERITY, MESSAGE_LANGUAGE,
+                                           MESSAGE_OUTPUT_BASE, MESSAGE_SYMBOLIC_NAME};
+    static const KeywordSet headers(keywords, Text);
+    std::size_t position = 0;
+    int header = headers.firstFound(line, std::strlen(line), position);
     if (header == Text) return false;
     if (header == OutputBase) return true;
 
+    std::string text = line;
     std::string value = parseNameValuePair(text).value;
     switch (header) {
         case FacilityHeader:
