@@ -33,9 +33,11 @@ bool matchesAt(const Lowering& lower, const char* text, const char* keyword, std
 KeywordSet::KeywordSet(const char* const* keywords, int count)
     : keywords_(keywords), count_(count) {
     std::memset(startingWith_, 0, sizeof startingWith_);
+    std::memset(secondIs_, 0, sizeof secondIs_);
     for (int k = 0; k < count; ++k) {
         lengths_[k] = std::strlen(keywords[k]);
         startingWith_[static_cast<unsigned char>(keywords[k][0])] |= static_cast<uint8_t>(1u << k);
+        secondIs_[static_cast<unsigned char>(keywords[k][1])] |= static_cast<uint8_t>(1u << k);
     }
 }
 
@@ -47,6 +49,9 @@ int KeywordSet::firstFound(const char* text, std::size_t length, std::size_t& po
     for (std::size_t at = 0; at < length && wanted != 0; ++at) {
         unsigned candidates = startingWith_[static_cast<unsigned char>(lower(text[at]))] & wanted;
         if (__builtin_expect(candidates == 0, 1)) continue;
+        // Most letters that start a keyword are not followed by its second
+        // letter; the byte after the last one is the terminating NUL.
+        candidates &= secondIs_[static_cast<unsigned char>(lower(text[at + 1]))];
         for (; candidates != 0; candidates &= candidates - 1) {
             int k = __builtin_ctz(candidates);
             if (lengths_[k] <= length - at &&

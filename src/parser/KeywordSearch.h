@@ -15,12 +15,14 @@ class KeywordSet {
 public:
     static const int MAX_KEYWORDS = 8;
 
-    // `keywords` must outlive the set; at most MAX_KEYWORDS, none empty.
+    // `keywords` must outlive the set; at most MAX_KEYWORDS, each of two
+    // characters or more.
     KeywordSet(const char* const* keywords, int count);
 
     // The rank of the first keyword of the list that occurs anywhere in the
     // `length` bytes at `text`, with the position of its first occurrence in
-    // `position`; the keyword count when none occurs.
+    // `position`; the keyword count when none occurs. `text[length]` must be
+    // readable (a NUL-terminated line or string).
     int firstFound(const char* text, std::size_t length, std::size_t& position) const;
 
 private:
@@ -28,6 +30,7 @@ private:
     std::size_t lengths_[MAX_KEYWORDS];
     int count_;
     uint8_t startingWith_[256];  // bit k: keyword k starts with this lower-case byte
+    uint8_t secondIs_[256];      // bit k: keyword k has this lower-case byte second
 };
 
 #endif  // TQMSG_PARSER_KEYWORD_SEARCH_H
