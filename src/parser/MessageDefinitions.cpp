@@ -247,16 +247,20 @@ bool MessageTable::processMessageBody(char* line, std::string& text, long*& lang
         return false;
     }
 
+    if (module == nullptr) {
+        throw wrapError("Cannot access message map, parent module handle is NULL");
+    }
+    // The gathered text moves into the record (the store keeps its own copy,
+    // lastMessage takes the record); a refused record gives it back, so the
+    // caller's text is emptied only by a successful store, as before.
     FormattableMessage record;
-    record.text = text;
+    record.text = std::move(text);
     record.symbolicName = symbolicName;
     record.languageId = *language;
     record.facilityId = facility.id;
     record.severityId = *severity;
-    if (module == nullptr) {
-        throw wrapError("Cannot access message map, parent module handle is NULL");
-    }
     if (!MessageModule::getMessageMap()->put(*language, symbolicName, messageId, record)) {
+        text = std::move(record.text);
         throw wrapError(FailureText("Cannot insert <0x%lx, %s, %s> tuple into MultiLangMessageMap",
                                     static_cast<unsigned long>(static_cast<uint32_t>(*language)),
                                     symbolicName.c_str(), text.c_str())
