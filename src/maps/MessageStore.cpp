@@ -163,14 +163,17 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
 
 // A symbolic name stays bound to the identifier it was first stored with; a
 // later message under that name is filed under that identifier.
+// One search of `idmap` finds the bound identifier or the place for the new
+// name (what IDMap::get and IDMap::put would each search for).
 bool MultiLangMessageMap::put(long languageId, std::string& symbolicName, long messageId,
                               FormattableMessage& message) {
-    long* boundId = idmap.get(symbolicName);
-    if (boundId != nullptr) {
-        return put(languageId, *boundId, message);
+    auto& names = idmap.entries;
+    auto position = names.lower_bound(symbolicName.c_str());
+    if (position != names.end() && std::strcmp(position->first, symbolicName.c_str()) == 0) {
+        return put(languageId, position->second, message);
     }
-    if (!idmap.put(symbolicName, messageId)) {
-        return false;
-    }
+    std::unique_ptr<char[]> key = copyKey(symbolicName.c_str());
+    names.emplace_hint(position, key.get(), toInt32(messageId));
+    key.release();  // the map owns it now
     return put(languageId, messageId, message);
 }

@@ -4,16 +4,13 @@
 
 #include "MessageTable.h"
 #include "maps/FailureText.h"
+#include "parser/TextSpan.h"
 
 namespace {
 
-// White space of message files: tab, line feed, carriage return and space only.
-bool isWhite(char c) { return c == '\t' || c == '\n' || c == '\r' || c == ' '; }
-
 std::string trimmed(const char* begin, const char* end) {
-    while (begin < end && isWhite(*begin)) ++begin;
-    while (end > begin && isWhite(end[-1])) --end;
-    return std::string(begin, end);
+    TextSpan kept = trimmedSpan(begin, end);
+    return std::string(kept.begin, kept.end);
 }
 
 bool isDecimalDigit(char c) { return c >= '0' && c <= '9'; }
@@ -98,9 +95,8 @@ void MessageTable::trim(char* text, std::string& out) {
 }
 
 void MessageTable::trimAfter(char* text, std::string& out) {
-    std::size_t end = std::strlen(text);
-    while (end > 1 && isWhite(text[end - 1])) --end;
-    out.assign(text, end);
+    TextSpan kept = trailingTrimmedSpan(text, std::strlen(text));
+    out.assign(kept.begin, kept.end);
 }
 
 MessageTable::NameValue MessageTable::parseNameValuePair(std::string& text) {

@@ -1,13 +1,16 @@
 // Message definitions: the MessageId line, the header block, the text up to
 // its "." line, the composed identifier, and continuation blocks that add a
 // further language to the message stored last.
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
 #include "MessageModule.h"
 #include "MessageTable.h"
 #include "maps/FailureText.h"
+#include "parser/KeywordSearch.h"
 #include "parser/LineReader.h"
+#include "parser/TextSpan.h"
 
 namespace {
 
@@ -163,8 +166,11 @@ bool MessageTable::processMessageId(std::ifstream& in, std::string& line, int po
         atEnd = readLine(*this, in, buffer) == LineRead::EndOfFile;
     } else {
         // A continuation: its opening line is the first header line.
-        std::strncpy(buffer, line.c_str(), LINE_BUFFER_SIZE - 1);
-        buffer[LINE_BUFFER_SIZE - 1] = '\0';
+        // The line came from a buffer of this size; copying only its length
+        // (not strncpy's padding of the whole buffer) gives the same text.
+        std::size_t length = std::min<std::size_t>(line.size(), LINE_BUFFER_SIZE - 1);
+        std::memcpy(buffer, line.data(), length);
+        buffer[length] = '\0';
         definition.symbolicName = previous->symbolicName;
     }
     bool textPending = false;
@@ -182,16 +188,25 @@ bool MessageTable::processMessageHeaderBlock(char* line, long*& language, Facili
     if (blankLine(line)) throw wrapError("Unexpected end of MessageId block");
 
     enum Header { FacilityHeader, SeverityHeader, LanguageHeader, OutputBase, SymbolicName, Text };
-    const char* keywords[] = {MESSAGE_FACILITY, MESSAGE_SEVERITY, MESSAGE_LANGUAGE,
-                              MESSAGE_OUTPUT_BASE, MESSAGE_SYMBOLIC_NAME};
-    std::string text = line;
-    std::string lowered = toLowerCase(text);
-    int header = FacilityHeader;
-    while (header < Text && lowered.find(keywords[header]) == std::string::npos) ++header;
+    static const char* const keywords[] = {MESSAGE_FACILITY, MESSAGE_SEVERITY, MESSAGE_LANGUAGE,
+                                           MESSAGE_OUTPUT_BASE, MESSAGE_SYMBOLIC_NAME};
+    static const KeywordSet headers(keywords, Text);
+    std::size_t position = 0;
+    int header = headers.firstFound(line, std::strlen(line), position);
     if (header == Text) return false;
     if (header == OutputBase) return true;
 
-    std::string value = parseNameValuePair(text).value;
+    // The value of the line's name=value pair, taken from the buffer; a line
+    // that is no such pair goes through parseNameValuePair for its error.
+    std::string value;
+    const char* equals = std::strchr(line, '=');
+    if (equals == nullptr || equals == line) {
+        std::string text = line;
+        value = parseNameValuePair(text).value;
+    } else {
+        TextSpan kept = trimmedSpan(equals + 1, equals + 1 + std::strlen(equals + 1));
+        value.assign(kept.begin, kept.end);
+    }
     switch (header) {
         case FacilityHeader:
             if ((facility = facilities.get(value)) == nullptr) {
@@ -221,25 +236,31 @@ bool MessageTable::processMessageBody(char* line, std::string& text, long*& lang
                                       Facility& facility, long*& severity,
                                       std::string& symbolicName, long messageId) {
     if (commentLine(line) || blankLine(line)) return false;
-    std::string trimmedLine;
-    trim(line, trimmedLine);
-    if (trimmedLine != MESSAGE_END_MARKER) {
+    // The line is trimmed in place and appended from the buffer: a text line
+    // needs no string of its own.
+    std::size_t length = std::strlen(line);
+    TextSpan kept = trimmedSpan(line, line + length);
+    if (!kept.equals(MESSAGE_END_MARKER)) {
         if (!text.empty()) text += "\n";
-        if (trimTrailingOnly) trimAfter(line, trimmedLine);
-        text += trimmedLine;
+        if (trimTrailingOnly) kept = trailingTrimmedSpan(line, length);
+        text.append(kept.begin, kept.size());
         return false;
     }
 
+    if (module == nullptr) {
+        throw wrapError("Cannot access message map, parent module handle is NULL");
+    }
+    // The gathered text moves into the record (the store keeps its own copy,
+    // lastMessage takes the record); a refused record gives it back, so the
+    // caller's text is emptied only by a successful store, as before.
     FormattableMessage record;
-    record.text = text;
+    record.text = std::move(text);
     record.symbolicName = symbolicName;
     record.languageId = *language;
     record.facilityId = facility.id;
     record.severityId = *severity;
-    if (module == nullptr) {
-        throw wrapError("Cannot access message map, parent module handle is NULL");
-    }
     if (!MessageModule::getMessageMap()->put(*language, symbolicName, messageId, record)) {
+        text = std::move(record.text);
         throw wrapError(FailureText("Cannot insert <0x%lx, %s, %s> tuple into MultiLangMessageMap",
                                     static_cast<unsigned long>(static_cast<uint32_t>(*language)),
                                     symbolicName.c_str(), text.c_str())
@@ -247,6 +268,6 @@ bool MessageTable::processMessageBody(char* line, std::string& text, long*& lang
     }
     text.clear();
     delete lastMessage;
-    lastMessage = new FormattableMessage(record);
+    lastMessage = new FormattableMessage(std::move(record));
     return true;
 }

@@ -5,6 +5,7 @@
 #include "MessageModule.h"
 #include "MessageTable.h"
 #include "maps/FailureText.h"
+#include "parser/KeywordSearch.h"
 #include "parser/LineReader.h"
 
 MessageTable::MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly)
@@ -85,21 +86,19 @@ bool MessageTable::processLine(std::ifstream& in, char* line) {
     if (commentLine(line) || blankLine(line)) return false;
 
     enum Action { List, Ignore, Continuation, Definition };
-    const struct {
-        const char* keyword;
-        Action action;
-    } rules[] = {{LANGUAGE_NAMES, List},       {FACILITY_NAMES, List},   {SEV_NAMES, List},
-                 {MESSAGE_ID_TYPEDEF, Ignore}, {LANGUAGE, Continuation}, {MESSAGE_ID, Definition}};
+    static const char* const keywords[] = {LANGUAGE_NAMES,     FACILITY_NAMES, SEV_NAMES,
+                                           MESSAGE_ID_TYPEDEF, LANGUAGE,       MESSAGE_ID};
+    static const Action actions[] = {List, List, List, Ignore, Continuation, Definition};
+    static const KeywordSet rules(keywords, 6);
 
-    std::string text = line;
-    std::string lowered = toLowerCase(text);
-    for (const auto& rule : rules) {
-        std::size_t position = lowered.find(rule.keyword);
-        if (position == std::string::npos) continue;
+    std::size_t position = 0;
+    int rule = rules.firstFound(line, std::strlen(line), position);
+    if (rule < 6) {
+        std::string text = line;
         int at = static_cast<int>(position);
-        switch (rule.action) {
+        switch (actions[rule]) {
             case List:
-                return processHeaderNames(in, text, at, rule.keyword);
+                return processHeaderNames(in, text, at, keywords[rule]);
             case Ignore:
                 return false;
             case Continuation:
