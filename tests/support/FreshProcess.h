@@ -15,15 +15,28 @@
 #include <fstream>
 #include <string>
 
+// Failed assertions recorded so far in the running test.
+inline int failedParts() {
+    const ::testing::TestResult* result =
+        ::testing::UnitTest::GetInstance()->current_test_info()->result();
+    int failed = 0;
+    for (int i = 0; i < result->total_part_count(); ++i) {
+        failed += result->GetTestPartResult(i).failed() ? 1 : 0;
+    }
+    return failed;
+}
+
 template <typename Body>
 void inFreshProcess(Body body) {
     std::fflush(nullptr);  // std::cout is synchronised with stdio
+    // The child inherits the failures of earlier scenarios: judge only its own.
+    int failedBefore = failedParts();
     pid_t pid = fork();
     ASSERT_GE(pid, 0) << "fork failed";
     if (pid == 0) {
         body();
         std::fflush(nullptr);
-        _exit(::testing::Test::HasFailure() ? 1 : 0);
+        _exit(failedParts() > failedBefore ? 1 : 0);
     }
     int status = 0;
     ASSERT_EQ(waitpid(pid, &status, 0), pid);
