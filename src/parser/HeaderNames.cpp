@@ -66,32 +66,30 @@ void storeEntry(MessageTable& table, std::string& line, const char* listName) {
     }
 }
 
+// The next line that is neither a comment nor blank; the end of the file
+// before one is the error "Unexpected EOF. Expected <expected>".
+void readSignificantLine(MessageTable& table, std::ifstream& in, char* buffer,
+                         const char* expected) {
+    for (;;) {
+        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
+            throw table.wrapError(FailureText("Unexpected EOF. Expected \"%s\"", expected).text);
+        }
+        if (!table.commentLine(buffer) && !table.blankLine(buffer)) return;
+    }
+}
+
 // Reads on to the line holding "(" when the header line had none; what
 // follows the "(" on that line is ignored.
 void skipToListStart(MessageTable& table, std::ifstream& in, char* buffer) {
-    for (;;) {
-        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
-            throw table.wrapError(
-                FailureText("Unexpected EOF. Expected \"%s\"", MessageTable::HEADER_NAMES_BEGIN)
-                    .text);
-        }
-        if (table.commentLine(buffer) || table.blankLine(buffer)) continue;
-        if (std::strstr(buffer, MessageTable::HEADER_NAMES_BEGIN) != nullptr) return;
-    }
+    do {
+        readSignificantLine(table, in, buffer, MessageTable::HEADER_NAMES_BEGIN);
+    } while (std::strstr(buffer, MessageTable::HEADER_NAMES_BEGIN) == nullptr);
 }
 
 // The next line of the list that is neither a comment nor blank.
 void readListLine(MessageTable& table, std::ifstream& in, char* buffer, std::string& line) {
-    for (;;) {
-        if (readLine(table, in, buffer) == LineRead::EndOfFile) {
-            throw table.wrapError(
-                FailureText("Unexpected EOF. Expected \"%s\"", MessageTable::HEADER_NAMES_END)
-                    .text);
-        }
-        if (table.commentLine(buffer) || table.blankLine(buffer)) continue;
-        line = buffer;
-        return;
-    }
+    readSignificantLine(table, in, buffer, MessageTable::HEADER_NAMES_END);
+    line = buffer;
 }
 
 }  // namespace
