@@ -85,6 +85,11 @@ build_packages() {
     local preset=$1
     echo "== Debian packages: $preset"
     cmake --preset "$preset" >/dev/null
+    if ! grep -q '^CMAKE_INSTALL_LIBDIR:PATH=lib/' "build/$preset/CMakeCache.txt"; then
+        echo "FAIL: build/$preset does not install into lib/<triplet>; a build tree configured" \
+            "by an older version keeps its old choice: delete build/$preset/CMakeCache.txt" >&2
+        exit 1
+    fi
     cmake --build --preset "$preset" -j "$jobs"
     cpack -G DEB --config "build/$preset/CPackConfig.cmake" -B "$tmp/deb/$preset" >/dev/null
     rm -rf "$tmp/deb/$preset/_CPack_Packages"
