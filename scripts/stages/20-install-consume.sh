@@ -135,6 +135,9 @@ check_packages() {
     expect_field "$tool" Multi-Arch '^foreign$'
     expect_field "$dev" Depends '^libtqmsg1 \(= [0-9.]+\)'
     expect_field "$tool" Depends 'libtqmsg1 \(= [0-9.]+\)'
+    for deb in "$runtime" "$dev" "$tool"; do
+        echo "   $(dpkg-deb -f "$deb" Package Architecture Multi-Arch Depends | tr '\n' ' ')"
+    done
     echo "ok: contents and control fields of the $preset packages"
     echo "-- lintian ($preset)"
     local status=0
