@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(build-essential cmake g++-multilib qemu-user libgtest-dev libbenchmark-dev
           libcli11-dev clang libclang-rt-14-dev valgrind gettext clang-format pkg-config
-          python3 file locales)
+          python3 file locales lintian)
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

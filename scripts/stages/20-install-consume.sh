@@ -1,15 +1,25 @@
 #!/usr/bin/env bash
-# Installs tqmsg into a temporary prefix, for x86-64 and for i386, and builds
-# and runs the example against it twice: with find_package(tqmsg) and with
-# pkg-config. Then builds the Debian package and checks its contents, and
-# builds the example against the package's tree.
+# Proves that what we install can be used:
+#  1. a relocatable install: the x86-64 build installed into a temporary
+#     prefix, and the example built against it with find_package(tqmsg) and
+#     with pkg-config;
+#  2. the Debian packages: libtqmsg1, libtqmsg-dev and tqmsg built for amd64
+#     and i386, their contents and fields checked, and lintian run on them
+#     (any error fails);
+#  3. as root: the three amd64 packages and the i386 libtqmsg1 and
+#     libtqmsg-dev installed side by side, the example built against them for
+#     each architecture in both ways and run, and everything this script
+#     installed removed again (with the i386 architecture, if it added it).
+# Building the i386 packages needs the i386 C++ libraries (libstdc++6:i386),
+# which dpkg-shlibdeps reads; as root the script installs them for the run.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 root=$PWD
 tmp=$(mktemp -d)
-trap 'rm -rf "$tmp"' EXIT
 expected=$root/examples/expected-output.txt
 jobs=$(nproc)
+ours=(libtqmsg1 libtqmsg-dev tqmsg)
+ours_re='^(libtqmsg1|libtqmsg-dev|tqmsg):'
 
 # Prints the command that runs i386 programs here: nothing when the kernel
 # runs them, qemu-i386 when it refuses them.
@@ -23,56 +33,227 @@ i386_runner() {
     echo qemu-i386
 }
 
-# check_run LABEL RUNNER PROGRAM: runs the example and compares its output.
+# check_run LABEL RUNNER PROGRAM [LIBRARY]: runs the example and compares its
+# output; with LIBRARY, also checks that the program loads that libtqmsg.
 check_run() {
-    local label=$1 runner=$2 program=$3
+    local label=$1 runner=$2 program=$3 library=${4:-}
     $runner "$program" >"$tmp/actual.txt"
     if ! diff -u "$expected" "$tmp/actual.txt"; then
         echo "FAIL: the example built with $label printed something else" >&2
         exit 1
     fi
+    if [ -n "$library" ]; then
+        local loaded
+        loaded=$(LD_TRACE_LOADED_OBJECTS=1 $runner "$program" | awk '$1 == "libtqmsg.so.1" {print $3}')
+        if [ "$(realpath "$loaded")" != "$(realpath "$library")" ]; then
+            echo "FAIL: the example built with $label loads '$loaded', not $library" >&2
+            exit 1
+        fi
+    fi
     echo "ok: example built with $label"
 }
 
-# build_pkgconfig PC_DIR TOOL_COMMAND FLAGS OUT: the example through pkg-config.
-build_pkgconfig() {
-    PKG_CONFIG_PATH=$1 make -s -C examples OUT="$4" TQMSG="$2" CXXFLAGS="-O2 $3"
+# build_cmake OUT FLAGS [CMAKE ARGS...]: the example through find_package.
+build_cmake() {
+    local out=$1 flags=$2
+    shift 2
+    cmake -S examples -B "$out" -DCMAKE_CXX_FLAGS="$flags" "$@" >/dev/null
+    cmake --build "$out" -j "$jobs" >/dev/null
 }
 
-for arch in native i386; do
-    echo "== install and consume: $arch"
-    flags="" runner=""
-    if [ "$arch" = i386 ]; then
-        flags=-m32
-        runner=$(i386_runner)
+# build_pkgconfig OUT TOOL_COMMAND FLAGS: the example through pkg-config,
+# which searches PKG_CONFIG_LIBDIR when the caller sets it.
+build_pkgconfig() {
+    make -s -C examples OUT="$1" TQMSG="$2" CXXFLAGS="-O2 $3"
+}
+
+relocatable_install() {
+    echo "== relocatable install (x86-64, temporary prefix)"
+    cmake --preset native >/dev/null
+    cmake --build --preset native -j "$jobs" --target tqmsg tqmsg_tool
+    local prefix=$tmp/prefix
+    cmake --install build/native --prefix "$prefix" >/dev/null
+    build_cmake "$tmp/prefix-cmake" "" -DCMAKE_PREFIX_PATH="$prefix"
+    check_run "find_package (temporary prefix)" "" "$tmp/prefix-cmake/backup_report"
+    PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tqmsg.pc)") \
+        build_pkgconfig "$tmp/prefix-pc" "$prefix/bin/tqmsg" ""
+    check_run "pkg-config (temporary prefix)" "" "$tmp/prefix-pc/backup_report"
+}
+
+# build_packages PRESET: the three packages of one build, into $tmp/deb/PRESET.
+build_packages() {
+    local preset=$1
+    echo "== Debian packages: $preset"
+    cmake --preset "$preset" >/dev/null
+    if ! grep -q '^CMAKE_INSTALL_LIBDIR:PATH=lib/' "build/$preset/CMakeCache.txt"; then
+        echo "FAIL: build/$preset does not install into lib/<triplet>; a build tree configured" \
+            "by an older version keeps its old choice: delete build/$preset/CMakeCache.txt" >&2
+        exit 1
     fi
-    cmake --preset "$arch" >/dev/null
-    cmake --build --preset "$arch" -j "$jobs" --target tqmsg tqmsg_tool
-    prefix=$tmp/$arch/prefix
-    cmake --install "build/$arch" --prefix "$prefix" >/dev/null
+    cmake --build --preset "$preset" -j "$jobs"
+    cpack -G DEB --config "build/$preset/CPackConfig.cmake" -B "$tmp/deb/$preset" >/dev/null
+    rm -rf "$tmp/deb/$preset/_CPack_Packages"
+    # apt reads local packages as its own unprivileged user.
+    chmod 755 "$tmp" "$tmp/deb" "$tmp/deb/$preset"
+    ls "$tmp/deb/$preset"
+}
 
-    cmake -S examples -B "$tmp/$arch/cmake" -DCMAKE_PREFIX_PATH="$prefix" \
-        -DCMAKE_CXX_FLAGS="$flags" -DTQMSG_TOOL_EMULATOR="$runner" >/dev/null
-    cmake --build "$tmp/$arch/cmake" -j "$jobs" >/dev/null
-    check_run "find_package ($arch)" "$runner" "$tmp/$arch/cmake/backup_report"
+# expect_files DEB PATTERN...: every pattern matches a path in the package.
+expect_files() {
+    local deb=$1
+    shift
+    dpkg-deb -c "$deb" | awk '{print $6}' >"$tmp/contents.txt"
+    for pattern in "$@"; do
+        grep -qx -- "$pattern" "$tmp/contents.txt" || { echo "FAIL: $pattern missing from $deb" >&2; exit 1; }
+    done
+}
 
-    pcdir=$(dirname "$(find "$prefix" -name tqmsg.pc)")
-    build_pkgconfig "$pcdir" "$runner $prefix/bin/tqmsg" "$flags" "$tmp/$arch/pc"
-    check_run "pkg-config ($arch)" "$runner" "$tmp/$arch/pc/backup_report"
-done
+# expect_field DEB FIELD PATTERN: the control field matches the pattern.
+expect_field() {
+    local value
+    value=$(dpkg-deb -f "$1" "$2")
+    [[ $value =~ $3 ]] || { echo "FAIL: $(basename "$1") has $2: '$value', expected /$3/" >&2; exit 1; }
+}
 
-echo "== Debian package"
-cpack -G DEB --config build/native/CPackConfig.cmake -B "$tmp/deb" >/dev/null
-deb=$(ls "$tmp"/deb/*.deb)
-dpkg-deb -c "$deb" >"$tmp/contents.txt"
-for path in usr/bin/tqmsg 'usr/lib/.*libtqmsg\.so\.1 ' usr/include/tqmsg/MessageModule.h \
-    usr/include/tqmsg/MessageTable.h usr/include/tqmsg/MessageModuleMaps.h \
-    cmake/tqmsg/tqmsgConfig.cmake cmake/tqmsg/tqmsgConfigVersion.cmake pkgconfig/tqmsg.pc \
-    man/man1/tqmsg.1; do
-    grep -q -- "$path" "$tmp/contents.txt" || { echo "FAIL: $path missing from $deb" >&2; exit 1; }
-done
-echo "ok: $(basename "$deb") holds the library, headers, tool, man page and package files"
-dpkg-deb -x "$deb" "$tmp/debroot"
-pcdir=$(dirname "$(find "$tmp/debroot" -name tqmsg.pc)")
-build_pkgconfig "$pcdir" "$tmp/debroot/usr/bin/tqmsg" "" "$tmp/debroot-example"
-check_run "pkg-config (unpacked Debian package)" "" "$tmp/debroot-example/backup_report"
+check_packages() {
+    local preset=$1 triplet=$2 dir=$tmp/deb/$1
+    local lib=./usr/lib/$triplet
+    local runtime dev tool
+    runtime=$(ls "$dir"/libtqmsg1_*.deb) dev=$(ls "$dir"/libtqmsg-dev_*.deb) tool=$(ls "$dir"/tqmsg_*.deb)
+    # The runtime package holds the SONAME library and nothing else.
+    dpkg-deb -c "$runtime" | awk '$1 !~ /^d/ {print $6}' | sort >"$tmp/runtime.txt"
+    printf '%s\n' "$lib/libtqmsg.so.1" "$lib/libtqmsg.so.1.0.0" \
+        ./usr/share/doc/libtqmsg1/changelog.gz ./usr/share/doc/libtqmsg1/copyright | sort |
+        diff -u - "$tmp/runtime.txt" || { echo "FAIL: unexpected contents of $runtime" >&2; exit 1; }
+    expect_files "$dev" "$lib/libtqmsg.so" ./usr/include/tqmsg/MessageModule.h \
+        ./usr/include/tqmsg/MessageTable.h ./usr/include/tqmsg/MessageModuleMaps.h \
+        "$lib/cmake/tqmsg/tqmsgConfig.cmake" "$lib/cmake/tqmsg/tqmsgConfigVersion.cmake" \
+        "$lib/pkgconfig/tqmsg.pc" ./usr/share/doc/libtqmsg-dev/copyright
+    expect_files "$tool" ./usr/bin/tqmsg ./usr/share/man/man1/tqmsg.1.gz ./usr/share/doc/tqmsg/copyright
+    expect_field "$runtime" Multi-Arch '^same$'
+    expect_field "$dev" Multi-Arch '^same$'
+    expect_field "$tool" Multi-Arch '^foreign$'
+    expect_field "$dev" Depends '^libtqmsg1 \(= [0-9.]+\)'
+    expect_field "$tool" Depends 'libtqmsg1 \(= [0-9.]+\)'
+    for deb in "$runtime" "$dev" "$tool"; do
+        echo "   $(dpkg-deb -f "$deb" Package Architecture Multi-Arch Depends | tr '\n' ' ')"
+    done
+    echo "ok: contents and control fields of the $preset packages"
+    echo "-- lintian ($preset)"
+    local status=0
+    lintian --fail-on error "$runtime" "$dev" "$tool" >"$tmp/lintian.txt" 2>&1 || status=$?
+    grep -v 'root privileges' "$tmp/lintian.txt" || true
+    [ "$status" = 0 ] || { echo "FAIL: lintian reports errors for the $preset packages" >&2; exit 1; }
+    echo "ok: lintian reports no error for the $preset packages"
+}
+
+installed_packages() {
+    dpkg-query -W -f '${db:Status-Status} ${Package}:${Architecture}\n' |
+        awk '$1 == "installed" {print $2}' | sort
+}
+
+# apt_install ARGS...: installs with apt and appends to $tmp/added.txt the
+# packages that were new, so that restore_machine removes exactly those.
+apt_install() {
+    installed_packages >"$tmp/before.txt"
+    DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        -o DPkg::Lock::Timeout=300 "$@" >/dev/null
+    installed_packages | comm -13 "$tmp/before.txt" - >>"$tmp/added.txt"
+}
+
+# Makes i386 packages installable: the architecture, and apt's lists for it.
+enable_i386() {
+    dpkg --print-foreign-architectures | grep -qx i386 && return
+    dpkg --add-architecture i386
+    touch "$tmp/added-i386"
+    # A mirror that is being synchronised may fail one list; the others do.
+    apt-get update -qq || echo "warning: apt-get update reported errors; going on"
+}
+
+# Puts the machine back as it was: removes what apt_install added, and the
+# i386 architecture when enable_i386 added it and nothing else uses it.
+# dpkg, unlike apt, refuses to remove a package that something else still
+# needs rather than removing that too. libgcc-s1 is protected, a guard meant
+# for the machine's own architecture: removing the i386 one is safe.
+restore_machine() {
+    if [ -s "$tmp/added.txt" ]; then
+        echo "-- removing: $(tr '\n' ' ' <"$tmp/added.txt")"
+        local added
+        mapfile -t added <"$tmp/added.txt"
+        local tries=0
+        # Another apt or dpkg run holds the lock for a while at most.
+        until dpkg --purge --force-remove-protected "${added[@]}" >"$tmp/purge.txt" 2>&1; do
+            grep -q 'lock' "$tmp/purge.txt" && [ $((tries += 1)) -lt 60 ] && { sleep 5; continue; }
+            cat "$tmp/purge.txt" >&2
+            echo "FAIL: could not remove what this check installed" >&2
+            exit 1
+        done
+        : >"$tmp/added.txt"
+    fi
+    if [ -e "$tmp/added-i386" ]; then
+        dpkg --remove-architecture i386 2>/dev/null ||
+            echo "note: i386 stays enabled: other i386 packages are installed"
+        rm -f "$tmp/added-i386"
+    fi
+}
+
+install_packages() {
+    if installed_packages | grep -E "$ours_re"; then
+        echo "FAIL: tqmsg packages are installed already; remove them before this check" >&2
+        exit 1
+    fi
+    echo "== installing the amd64 packages and the i386 libtqmsg1 and libtqmsg-dev side by side"
+    apt_install "$tmp"/deb/native/*.deb "$tmp"/deb/i386/libtqmsg1_*.deb \
+        "$tmp"/deb/i386/libtqmsg-dev_*.deb
+    dpkg -l "${ours[@]}" | grep '^ii'
+}
+
+consume_packages() {
+    local arch=$1 triplet=$2 flags=$3 runner=$4
+    echo "== the example against the installed packages: $arch"
+    local out=$tmp/installed-$arch
+    build_cmake "$out/cmake" "$flags" -DCMAKE_LIBRARY_ARCHITECTURE="$triplet" \
+        -DCMAKE_FIND_PACKAGE_NO_PACKAGE_REGISTRY=ON
+    grep -q "tqmsg_DIR:PATH=/usr/lib/$triplet/cmake/tqmsg" "$out/cmake/CMakeCache.txt" ||
+        { echo "FAIL: find_package did not use /usr/lib/$triplet/cmake/tqmsg" >&2; exit 1; }
+    check_run "find_package (installed, $arch)" "$runner" "$out/cmake/backup_report" \
+        "/usr/lib/$triplet/libtqmsg.so.1"
+    PKG_CONFIG_LIBDIR=/usr/lib/$triplet/pkgconfig:/usr/share/pkgconfig \
+        build_pkgconfig "$out/pc" /usr/bin/tqmsg "$flags"
+    check_run "pkg-config (installed, $arch)" "$runner" "$out/pc/backup_report" \
+        "/usr/lib/$triplet/libtqmsg.so.1"
+}
+
+trap 'restore_machine; rm -rf "$tmp"' EXIT
+: >"$tmp/added.txt"
+
+relocatable_install
+build_packages native
+check_packages native x86_64-linux-gnu
+
+if [ "$(id -u)" = 0 ]; then
+    enable_i386
+    # libc6 of both architectures must have the same version: apt upgrades an
+    # out-of-date amd64 libc6 here, which stays.
+    apt_install libstdc++6:i386
+elif ! dpkg-query -W -f '${db:Status-Status}' libstdc++6:i386 2>/dev/null | grep -q installed; then
+    echo "SKIPPED: the i386 packages need libstdc++6:i386, and installing it needs root"
+    exit 0
+fi
+build_packages i386
+check_packages i386 i386-linux-gnu
+
+if [ "$(id -u)" != 0 ]; then
+    echo "SKIPPED: installing the packages needs root"
+    exit 0
+fi
+runner32=$(i386_runner)
+install_packages
+consume_packages amd64 x86_64-linux-gnu "" ""
+consume_packages i386 i386-linux-gnu -m32 "$runner32"
+restore_machine
+if installed_packages | grep -E "$ours_re"; then
+    echo "FAIL: packages left installed" >&2
+    exit 1
+fi
+echo "ok: packages installed, used and removed"
