@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# End-to-end cases of the tqmsg tool, one per CTest test:
+# End-to-end cases of the tqmsg tool. Each function case_NAME is one CTest test,
+# tool.NAME, registered from this file by tools/CMakeLists.txt:
 #   tool-cases.sh CASE TOOL SOURCE_DIR "CC FLAGS" "CXX FLAGS" [EMULATOR]
 # Expected values come from the example message file itself or from another
 # subcommand (list against header, format by name against format by id).
@@ -25,14 +26,14 @@ messages=$(grep -c '^SymbolicName=' "$mc")
 texts=$(grep -c '^\.$' "$mc")
 languages=$(grep -c '^LanguageNames=' "$mc")
 
-case $case_name in
-check_ok)
+case_check_ok() {
     run check "$mc"
     expect_status 0 check
     [ "$out" = "$mc: ok, $messages messages, $languages languages, $texts texts" ] ||
         fail "check said: $out"
-    ;;
-check_error)
+}
+
+case_check_error() {
     printf 'LanguageNames=(English=0x409:MSG00409)\n\nOutputBase=16\n' >"$work/bad.mc"
     printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_OTHER\nHi\n.\n' \
         >"$work/other.mc"
@@ -44,8 +45,9 @@ check_error)
     expect_in "$err" "Cannot understand input"
     expect_in "$err" "Unable to open file: $work/missing.mc"
     grep -q "bad.mc" <<<"$out" && fail "the error reached standard output"
-    ;;
-exit_status)
+}
+
+case_exit_status() {
     while read -r expected args; do
         run $args
         expect_status "$expected" "$args"
@@ -77,9 +79,10 @@ EOT
     expect_in "$out" "tqmsg "
     run
     [ "$(wc -l <"$work/err")" = 2 ] || fail "usage error is not reason plus one hint: $err"
-    ;;
-list_table | list_tsv)
-    format=${case_name#list_}
+}
+
+list_rows() {
+    local format=${case_name#list_}
     run list "$mc" --format "$format"
     expect_status 0 list
     [ "$(wc -l <<<"$out")" = $((texts + 1)) ] || fail "expected a header and $texts rows"
@@ -89,15 +92,19 @@ list_table | list_tsv)
     fi
     run list "$mc" --lang german --format "$format"
     [ "$(wc -l <<<"$out")" = $((texts / 2 + 1)) ] || fail "--lang german kept other languages"
-    ;;
-list_json)
+}
+case_list_table() { list_rows; }
+case_list_tsv() { list_rows; }
+
+case_list_json() {
     run list "$mc" --format json
     expect_status 0 "list json"
     python3 -m json.tool <"$work/out" >/dev/null || fail "invalid JSON"
     python3 -c 'import json,sys; d=json.load(open(sys.argv[1])); assert len(d)==int(sys.argv[2]), len(d); assert {e["language"] for e in d}=={1031,1033}' \
         "$work/out" "$texts" || fail "JSON content"
-    ;;
-json_escapes)
+}
+
+case_json_escapes() {
     printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_E\nq" b\\ t\tc\001 \303\274 \360\237\230\200 \351\n.\n' \
         >"$work/esc.mc"
     run list "$work/esc.mc" --format json
@@ -106,8 +113,9 @@ json_escapes)
     LC_ALL=C grep -q $'[\x80-\xff]' "$work/out" && fail "JSON holds raw non-ASCII bytes"
     run list "$work/esc.mc" --format tsv
     expect_in "$out" 't\tc\x01 ü 😀 \xe9'
-    ;;
-format)
+}
+
+case_format() {
     run format "$mc" MSG_JOB_LATE nightly 12 --lang German
     expect_status 0 format
     [ "$out" = 'Auftrag "nightly" wurde 12 Minuten zu spät gestartet.' ] || fail "got: $out"
@@ -127,14 +135,16 @@ format)
     expect_status 1 "a failing format"
     [ -z "$out" ] || fail "standard output not clean after a failure: $out"
     expect_in "$err" "string cannot end with an escape sequence"
-    ;;
-dump)
+}
+
+case_dump() {
     run dump "$mc"
     expect_status 0 dump
     expect_in "$out" "TABLE-ID: $mc"
     expect_in "$out" "Multi-Lang-Message-Map: ($texts entries)"
-    ;;
-header_compiles)
+}
+
+case_header_compiles() {
     run header "$mc" -o "$work/messages.h"
     expect_status 0 header
     [ "$(grep -c '^#define MSG_' "$work/messages.h")" = "$messages" ] || fail "one #define per message"
@@ -150,9 +160,8 @@ header_compiles)
     $cxx -std=c++17 -Wall -Wextra -Werror -pedantic -I"$src/include" -c "$work/use.cpp" -o "$work/use_cpp.o" ||
         fail "the header does not compile as C++"
     grep -q ', "MSG_' "$work/checks.inc" || fail "no identifier was checked"
-    ;;
-*)
-    fail "unknown case"
-    ;;
-esac
+}
+
+declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
+"case_$case_name"
 exit $((failures > 0))
