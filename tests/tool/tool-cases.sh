@@ -105,14 +105,35 @@ case_list_json() {
 }
 
 case_json_escapes() {
-    printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_E\nq" b\\ t\tc\001 \303\274 \360\237\230\200 \351\n.\n' \
-        >"$work/esc.mc"
+    # One message per row: its text as printf escapes, and the Python literal
+    # that the JSON string must decode to. Valid UTF-8 decodes; any other byte
+    # is the Latin-1 character of the same value.
+    local rows=(
+        'q" b\\ t\tc\001\177' '"q\" b\\ t\tc\x01\x7f"'
+        '\303\274 \360\237\230\200 \364\217\277\277' '"\u00fc \U0001F600 \U0010FFFF"'
+        'Datentr\344ger \351' '"Datentr\u00e4ger \u00e9"'
+        'surrogate \355\240\200' '"surrogate \u00ed\u00a0\u0080"'
+        'overlong \300\257 \340\200\257' '"overlong \u00c0\u00af \u00e0\u0080\u00af"'
+        'beyond \364\220\200\200' '"beyond \u00f4\u0090\u0080\u0080"'
+        'cut \342\202' '"cut \u00e2\u0082"'
+    )
+    printf 'LanguageNames=(English=1:M1)\n' >"$work/esc.mc"
+    : >"$work/expected"
+    for ((i = 0; i < ${#rows[@]}; i += 2)); do
+        printf "MessageId=$i\nSymbolicName=MSG_$i\n${rows[i]}\n.\n" >>"$work/esc.mc"
+        printf '%s\n' "${rows[i + 1]}" >>"$work/expected"
+    done
     run list "$work/esc.mc" --format json
-    python3 -c 'import json,sys; t=json.load(open(sys.argv[1]))[0]["text"]; assert t=="q\" b\\ t\tc\x01 \u00fc \U0001F600 \u00e9", repr(t)' \
-        "$work/out" || fail "escaped text does not round-trip"
+    python3 -c 'import ast,json,sys
+got = [e["text"] for e in json.load(open(sys.argv[1]))]
+want = [ast.literal_eval(line) for line in open(sys.argv[2])]
+for g, w in zip(got, want): assert g == w, (g, w)
+assert len(got) == len(want)' "$work/out" "$work/expected" || fail "escaped texts do not round-trip"
     LC_ALL=C grep -q $'[\x80-\xff]' "$work/out" && fail "JSON holds raw non-ASCII bytes"
     run list "$work/esc.mc" --format tsv
-    expect_in "$out" 't\tc\x01 ü 😀 \xe9'
+    expect_in "$out" 't\tc\x01\x7f'
+    expect_in "$out" 'ü 😀'
+    expect_in "$out" 'Datentr\xe4ger \xe9'
 }
 
 case_format() {
