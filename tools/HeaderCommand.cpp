@@ -12,6 +12,7 @@
 #include <sstream>
 
 #include "Catalogue.h"
+#include "CheckedOutput.h"
 #include "Commands.h"
 #include "TextEscape.h"
 
@@ -158,14 +159,10 @@ int generate(const HeaderOptions& options) {
         std::cout << text;
         return 0;
     }
-    std::ofstream out(options.output, std::ios::binary);
-    out << text;
-    out.close();
-    if (!out) {
-        std::cerr << "cannot write " << options.output << ": " << std::strerror(errno) << '\n';
-        return 1;
-    }
-    return 0;
+    std::string failure = writeWholeFile(options.output, text);
+    if (failure.empty()) return 0;
+    std::cerr << "tqmsg header: cannot write " << options.output << ": " << failure << '\n';
+    return 1;
 }
 
 }  // namespace

@@ -1,9 +1,13 @@
 // tqmsg: check, list, format, dump and turn message files into C headers.
 // main declares the subcommands, parses the command line and dispatches.
+#include <unistd.h>
+
+#include <cstring>
 #include <iostream>
 #include <map>
 
 #include "Catalogue.h"
+#include "CheckedOutput.h"
 #include "Commands.h"
 
 namespace {
@@ -20,9 +24,9 @@ std::string commandName(CLI::App& app) {
     return chosen.empty() ? "tqmsg" : "tqmsg " + chosen.front()->get_name();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+// Parses the command line and runs the chosen subcommand; `command` receives
+// its name for the messages. Returns the exit status.
+int runCommand(int argc, char** argv, std::string& command) {
     CLI::App app{"Check, list and format message files; generate C and C++ headers.", "tqmsg"};
     app.set_version_flag("--version", std::string("tqmsg ") + TQMSG_VERSION);
     app.require_subcommand(1);
@@ -40,18 +44,36 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
+        command = commandName(app);
         if (e.get_exit_code() == 0) return app.exit(e);
-        return usageError(commandName(app), e.what());
+        return usageError(command, e.what());
     }
+    command = commandName(app);
     try {
         return commands.at(app.get_subcommands().front())();
     } catch (const UsageError& e) {
-        return usageError(commandName(app), e.text);
+        return usageError(command, e.text);
     } catch (const LookupFailure& e) {
-        std::cerr << commandName(app) << ": " << e.text << '\n';
+        std::cerr << command << ": " << e.text << '\n';
         return 1;
     } catch (const std::exception& e) {
-        std::cerr << commandName(app) << ": " << e.what() << '\n';
+        std::cerr << command << ": " << e.what() << '\n';
         return 1;
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Everything the tool prints on standard output goes through one checked
+    // buffer, so that a result that could not be written completely fails.
+    CheckedOutput standardOutput(STDOUT_FILENO);
+    std::streambuf* original = std::cout.rdbuf(&standardOutput);
+    std::string command = "tqmsg";
+    int status = runCommand(argc, argv, command);
+    int error = standardOutput.finish();
+    std::cout.rdbuf(original);
+    if (error == 0) return status;
+    std::cerr << command << ": cannot write standard output: " << std::strerror(error) << '\n';
+    return status == 0 ? 1 : status;
 }

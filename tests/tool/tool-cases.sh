@@ -183,6 +183,33 @@ case_header_compiles() {
     grep -q ', "MSG_' "$work/checks.inc" || fail "no identifier was checked"
 }
 
+case_write_errors() {
+    # A result that cannot be written completely is a failure with its reason.
+    while read -r args; do
+        $emulator "$tool" $args >/dev/full 2>"$work/err"
+        status=$? err=$(cat "$work/err")
+        expect_status 1 "$args >/dev/full"
+        expect_in "$err" "cannot write standard output: No space left on device"
+    done <<EOT
+check $mc
+list $mc
+list $mc --format json
+dump $mc
+format $mc MSG_JOB_LATE x 1 --lang German
+header $mc
+--help
+EOT
+    # A header file cut short by a size limit is not left behind.
+    { echo 'LanguageNames=(English=1:M1)'; for i in $(seq 100); do
+        printf 'MessageId=%d\nSymbolicName=MSG_%d\nText %d\n.\n' "$i" "$i" "$i"; done; } >"$work/many.mc"
+    echo '/* older */' >"$work/many.h"
+    (trap '' XFSZ; ulimit -f 1; $emulator "$tool" header "$work/many.mc" -o "$work/many.h") 2>"$work/err"
+    status=$? err=$(cat "$work/err")
+    expect_status 1 "header -o beyond the file size limit"
+    expect_in "$err" "tqmsg header: cannot write $work/many.h: File too large (the incomplete file was removed)"
+    [ -e "$work/many.h" ] && fail "the incomplete header was left behind"
+}
+
 declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
 "case_$case_name"
 exit $((failures > 0))
