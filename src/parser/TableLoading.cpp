@@ -43,6 +43,7 @@ void MessageTable::init() {
         severities.putX(name, severity.id, name, false);
     }
 
+    declaredLanguages.clear();
     lineNumber = 0;
     defaultLanguage = DEFAULT_FIRST_MESSAGE_LANGUAGE;
     currentFacility = Facility();
