@@ -21,9 +21,15 @@ struct LookupFailure {
     std::string text;
 };
 
-// A 32-bit number written in decimal (optionally signed) or 0x hexadecimal.
-// False for anything else, or for a magnitude beyond 32 bits.
-bool parseNumber(const std::string& text, long& number);
+enum class NumberText { VALID, NOT_A_NUMBER, OUT_OF_RANGE };
+
+// A number written in decimal (optionally signed) or 0x hexadecimal, from
+// -2147483648 to 4294967295, stored as its 32-bit signed value; `number` is
+// set only for VALID.
+NumberText parseNumber(const std::string& text, long& number);
+
+// How the tool states the range of its numbers in messages.
+extern const char* const OUTSIDE_32_BITS;
 
 // One stored text with its identifier, in listing order.
 struct StoredText {
@@ -34,10 +40,11 @@ struct StoredText {
 class Catalogue {
 public:
     // Loads `files` in order into one module. Returns false after the first
-    // failure, whose library text has been written to standard error.
+    // failure, which has been reported on standard error.
     bool load(const std::vector<std::string>& files);
-    // Loads one more file; the library's failure text goes to `failure`.
-    bool loadOne(const std::string& file, std::string& failure);
+    // Loads one more file; a failure is reported on standard error: the
+    // library's text and the tool's hints.
+    bool loadOne(const std::string& file);
 
     MessageModule& module() { return module_; }
 

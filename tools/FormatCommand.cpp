@@ -6,6 +6,7 @@
 
 #include "Catalogue.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 #include "InsertUses.h"
 
 namespace {
@@ -54,9 +55,14 @@ std::vector<char*> argumentArray(std::vector<std::string>& args, const InsertUse
     std::vector<char*> array(std::max<size_t>(199, args.size()), empty);
     for (size_t i = 0; i < args.size(); ++i) {
         long value = 0;
+        NumberText number = NumberText::NOT_A_NUMBER;
+        if (uses.isInteger(static_cast<int>(i + 1))) number = parseNumber(args[i], value);
         if (!uses.isInteger(static_cast<int>(i + 1))) {
             array[i] = &args[i][0];
-        } else if (parseNumber(args[i], value)) {
+        } else if (number == NumberText::OUT_OF_RANGE) {
+            throw UsageError{"argument " + std::to_string(i + 1) + " (\"" + args[i] + "\") is " +
+                             OUTSIDE_32_BITS};
+        } else if (number == NumberText::VALID) {
             // As typed: a negative number sign-extends, any other zero-extends,
             // so "%lu" of 3000000000 is 3000000000 on x86-64 as well.
             intptr_t raw = args[i][0] == '-' ? static_cast<intptr_t>(value)
@@ -98,7 +104,7 @@ int format(FormatOptions& options) {
         failure = capture.text();
     }
     if (result == -1 || buffer == nullptr) {
-        std::cerr << failure;
+        printError(failure);
         return 1;
     }
     std::cout << buffer << '\n';

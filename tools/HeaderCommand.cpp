@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -11,6 +12,7 @@
 #include "Catalogue.h"
 #include "CheckedOutput.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 #include "TextEscape.h"
 
 namespace {
@@ -100,15 +102,39 @@ std::string header(const Catalogue& catalogue, const HeaderOptions& options,
     return out.str();
 }
 
+// "FILE:LINE: " of the first line of `file` that mentions `name`, or "FILE: ".
+std::string placeOf(const std::string& file, const std::string& name) {
+    std::ifstream in(file, std::ios::binary);
+    int lineNumber = 1;
+    for (std::string line; std::getline(in, line); ++lineNumber) {
+        if (line.find(name) != std::string::npos) {
+            return file + ":" + std::to_string(lineNumber) + ": ";
+        }
+    }
+    return file + ": ";
+}
+
+// Loads the files in order; false, reported, after the first one that does
+// not load or that defines a symbolic name C cannot use as a macro name. The
+// earlier files' names were all checked, so a bad one belongs to this file.
+bool loadWithIdentifierNames(Catalogue& catalogue, const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        if (!catalogue.loadOne(file)) return false;
+        for (auto& entry : MessageModule::mlmap.idmap.entries) {
+            if (isIdentifier(entry.first)) continue;
+            printError(placeOf(file, entry.first) + "symbolic name is not a C identifier: \"" +
+                       entry.first + "\"");
+            return false;
+        }
+    }
+    return true;
+}
+
 int generate(const HeaderOptions& options) {
     Catalogue catalogue;
-    if (!catalogue.load(options.files)) return 1;
+    if (!loadWithIdentifierNames(catalogue, options.files)) return 1;
     std::vector<Definition> definitions;
     for (auto& entry : MessageModule::mlmap.idmap.entries) {
-        if (!isIdentifier(entry.first)) {
-            std::cerr << "symbolic name is not a C identifier: \"" << entry.first << "\"\n";
-            return 1;
-        }
         definitions.push_back({entry.first, entry.second});
     }
     std::stable_sort(definitions.begin(), definitions.end(),
@@ -122,7 +148,7 @@ int generate(const HeaderOptions& options) {
     }
     std::string failure = writeWholeFile(options.output, text);
     if (failure.empty()) return 0;
-    std::cerr << "tqmsg header: cannot write " << options.output << ": " << failure << '\n';
+    printError("cannot write " + options.output + ": " + failure);
     return 1;
 }
 

@@ -88,3 +88,24 @@ std::string jsonString(const std::string& text) {
     }
     return out + "\"";
 }
+
+std::string escapeForTerminal(const std::string& text) {
+    std::string out;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        unsigned char c = static_cast<unsigned char>(text[pos]);
+        uint32_t codePoint = c;
+        size_t length = c >= 0x80 ? utf8Sequence(text, pos, codePoint) : 1;
+        bool valid = length > 0;
+        if (!valid) length = 1;
+        bool control = (codePoint < 0x20 && c != '\t') || (codePoint >= 0x7F && codePoint < 0xA0);
+        if (valid && !control && codePoint != 0xFEFF) {
+            out.append(text, pos, length);
+        } else {
+            for (size_t i = pos; i < pos + length; ++i) {
+                out += hexEscape("\\x%02x", static_cast<unsigned char>(text[i]));
+            }
+        }
+        pos += length - 1;
+    }
+    return out;
+}

@@ -9,24 +9,25 @@
 #include "Catalogue.h"
 #include "CheckedOutput.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 
 namespace {
 
 // A usage error: the reason and a one-line hint on standard error, status 2.
-int usageError(const std::string& command, const std::string& reason) {
-    std::cerr << command << ": " << reason << '\n'
-              << "Try '" << command << " --help' for more information.\n";
+int usageError(const std::string& reason) {
+    printError(reason);
+    std::cerr << "Try '" << commandName() << " --help' for more information.\n";
     return 2;
 }
 
-std::string commandName(CLI::App& app) {
+std::string chosenCommand(CLI::App& app) {
     auto chosen = app.get_subcommands();
     return chosen.empty() ? "tqmsg" : "tqmsg " + chosen.front()->get_name();
 }
 
-// Parses the command line and runs the chosen subcommand; `command` receives
-// its name for the messages. Returns the exit status.
-int runCommand(int argc, char** argv, std::string& command) {
+// Parses the command line and runs the chosen subcommand. Returns the exit
+// status.
+int runCommand(int argc, char** argv) {
     CLI::App app{"Check, list and format message files; generate C and C++ headers.", "tqmsg"};
     app.set_version_flag("--version", std::string("tqmsg ") + TQMSG_VERSION);
     app.require_subcommand(1);
@@ -44,20 +45,20 @@ int runCommand(int argc, char** argv, std::string& command) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
-        command = commandName(app);
+        setCommandName(chosenCommand(app));
         if (e.get_exit_code() == 0) return app.exit(e);
-        return usageError(command, e.what());
+        return usageError(e.what());
     }
-    command = commandName(app);
+    setCommandName(chosenCommand(app));
     try {
         return commands.at(app.get_subcommands().front())();
     } catch (const UsageError& e) {
-        return usageError(command, e.text);
+        return usageError(e.text);
     } catch (const LookupFailure& e) {
-        std::cerr << command << ": " << e.text << '\n';
+        printError(e.text);
         return 1;
     } catch (const std::exception& e) {
-        std::cerr << command << ": " << e.what() << '\n';
+        printError(e.what());
         return 1;
     }
 }
@@ -69,11 +70,10 @@ int main(int argc, char** argv) {
     // buffer, so that a result that could not be written completely fails.
     CheckedOutput standardOutput(STDOUT_FILENO);
     std::streambuf* original = std::cout.rdbuf(&standardOutput);
-    std::string command = "tqmsg";
-    int status = runCommand(argc, argv, command);
+    int status = runCommand(argc, argv);
     int error = standardOutput.finish();
     std::cout.rdbuf(original);
     if (error == 0) return status;
-    std::cerr << command << ": cannot write standard output: " << std::strerror(error) << '\n';
+    printError(std::string("cannot write standard output: ") + std::strerror(error));
     return status == 0 ? 1 : status;
 }

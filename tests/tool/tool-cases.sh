@@ -67,6 +67,7 @@ case_exit_status() {
 2 format $mc MSG_JOB_LATE x 1 --lang German --width 256
 2 format $mc MSG_JOB_LATE x 1
 2 format $mc MSG_JOB_LATE x ten --lang German
+2 format $mc MSG_JOB_LATE x 4294967296 --lang German
 2 format $mc MSG_JOB_LATE x --lang German
 1 format $mc MSG_NOPE --lang German
 1 format $mc MSG_JOB_LATE x 1 --lang Klingon
@@ -208,6 +209,44 @@ EOT
     expect_status 1 "header -o beyond the file size limit"
     expect_in "$err" "tqmsg header: cannot write $work/many.h: File too large (the incomplete file was removed)"
     [ -e "$work/many.h" ] && fail "the incomplete header was left behind"
+}
+
+case_error_messages() {
+    # Each row: the command line (W stands for the work directory), then a text
+    # that its standard error must hold. Every line names the subcommand and no
+    # raw control byte reaches the terminal.
+    mkdir "$work/dir.mc"
+    ln -s loop1 "$work/loop2" && ln -s loop2 "$work/loop1"
+    printf '\377\376;\0 \0' >"$work/bom16.mc"
+    printf ';\0 \0' >"$work/le16.mc"
+    printf '\357\273\277; comment\n' >"$work/bom8.mc"
+    printf 'LanguageNames=(English=1:A)\nMessageId=9999999999\n' >"$work/big.mc"
+    printf 'Oops \033[31m\n' >"$work/esc.mc"
+    printf 'LanguageNames=(English=1:A)\nMessageId=\nSymbolicName=A\nx\n.\n\nMessageId=\nSymbolicName=MSG-B\ny\n.\n' \
+        >"$work/name.mc"
+    while IFS='|' read -r args expected; do
+        run ${args//W/$work}
+        expected=${expected//W/$work}
+        [ "$status" = 0 ] && fail "$args succeeded"
+        expect_in "$err" "$expected"
+        grep -qv "^tqmsg [a-z]*: \|^Try " "$work/err" && fail "a line without the command: $err"
+        grep -q $'\033' "$work/err" && fail "a raw escape byte reached standard error"
+    done <<'EOT'
+check W/dir.mc|tqmsg check: File: "W/dir.mc" - Unable to open file: W/dir.mc
+check W/dir.mc|tqmsg check: hint: W/dir.mc: Is a directory
+list W/missing.mc|tqmsg list: hint: W/missing.mc: No such file or directory
+dump W/loop1|hint: W/loop1: Too many levels of symbolic links
+check W/bom16.mc|Line: 1 - NUL byte in column 4: the file looks like UTF-16; message
+check W/bom16.mc|hint: W/bom16.mc is UTF-16 text; convert it to UTF-8 first, e.g. iconv -f UTF-16 -t UTF-8
+check W/le16.mc|iconv -f UTF-16LE -t UTF-8 W/le16.mc
+check W/bom8.mc|Line: 1 - Cannot understand input: "\xef\xbb\xbf; comment"
+check W/bom8.mc|hint: W/bom8.mc starts with a UTF-8 byte-order mark (EF BB BF)
+check W/big.mc|hint: 9999999999 is a number, but outside the 32-bit range
+check W/esc.mc|Cannot understand input: "Oops \x1b[31m"
+header W/name.mc|tqmsg header: W/name.mc:8: symbolic name is not a C identifier: "MSG-B"
+format W/name.mc A --lang 4294967296|language 4294967296 is outside the 32-bit range
+format W/name.mc 0x100000000 --lang 1|message identifier 0x100000000 is outside the 32-bit range
+EOT
 }
 
 declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
