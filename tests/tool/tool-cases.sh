@@ -249,6 +249,33 @@ format W/name.mc 0x100000000 --lang 1|message identifier 0x100000000 is outside 
 EOT
 }
 
+case_list_memory() {
+    # list writes rows as it renders them: its peak memory stays close to what
+    # loading the file takes (check), whatever the output format.
+    python3 - "$work/many.mc" <<'PY'
+import sys
+with open(sys.argv[1], "w") as out:
+    out.write("LanguageNames=(English=1:A)\nFacilityNames=(F=1:F)\n")
+    for i in range(60000):
+        f = "Facility=F\n" if i >= 30000 else ""
+        out.write(f"MessageId={i % 30000 + 1}\n{f}SymbolicName=MSG_{i}\n"
+                  f"Text {i} with an insert %1 and a tab\there, long enough to matter.\n.\n")
+PY
+    peak() {  # peak resident kilobytes of the tool run with ARGS, output discarded
+        ASAN_OPTIONS=quarantine_size_mb=0:${ASAN_OPTIONS:-} python3 -c 'import resource, subprocess, sys
+subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, check=True)
+print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' $emulator "$tool" "$@"
+    }
+    local loading
+    loading=$(peak check "$work/many.mc") || fail "check failed"
+    for format in table tsv json; do
+        local listing
+        listing=$(peak list "$work/many.mc" --format $format) || fail "list --format $format failed"
+        ((listing * 10 <= loading * 13)) ||
+            fail "list --format $format peaked at $listing KB, loading at $loading KB"
+    done
+}
+
 declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
 "case_$case_name"
 exit $((failures > 0))
