@@ -74,13 +74,13 @@ long Catalogue::language(const std::string& text) const {
     NumberText number = parseNumber(text, id);
     if (number == NumberText::VALID) return id;
     if (number == NumberText::OUT_OF_RANGE) {
-        throw LookupFailure{"language " + text + " is " + OUTSIDE_32_BITS};
+        throw CommandFailure{"language " + text + " is " + OUTSIDE_32_BITS};
     }
     for (auto& entry : MessageModule::mtmap.tables) {
         std::string name = text;
         if (long* found = entry.second->languages.getIDX(name)) return *found;
     }
-    throw LookupFailure{"unknown language: " + text + " (not a number nor a declared name)"};
+    throw CommandFailure{"unknown language: " + text + " (not a number nor a declared name)"};
 }
 
 long Catalogue::messageId(const std::string& text) const {
@@ -90,9 +90,9 @@ long Catalogue::messageId(const std::string& text) const {
     NumberText number = parseNumber(text, id);
     if (number == NumberText::VALID) return id;
     if (number == NumberText::OUT_OF_RANGE) {
-        throw LookupFailure{"message identifier " + text + " is " + OUTSIDE_32_BITS};
+        throw CommandFailure{"message identifier " + text + " is " + OUTSIDE_32_BITS};
     }
-    throw LookupFailure{"unknown message: " + text + " (not a symbolic name nor a number)"};
+    throw CommandFailure{"unknown message: " + text + " (not a symbolic name nor a number)"};
 }
 
 // The first name (in name order) that `names` gives `id`, or "".

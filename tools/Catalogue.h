@@ -15,9 +15,10 @@ struct UsageError {
     std::string text;
 };
 
-// A name that the loaded files do not define: reported on standard error,
-// exit status 1.
-struct LookupFailure {
+// A failure that is not the command line's fault (a name that the loaded files
+// do not define, a message the tool cannot format): reported on standard
+// error, exit status 1.
+struct CommandFailure {
     std::string text;
 };
 
@@ -51,10 +52,10 @@ public:
     // Distinct language ids declared by the loaded files, ascending.
     std::vector<long> languageIds() const;
     // A numeric language id, or the id of a language name a loaded file declares
-    // (any case). Throws LookupFailure for anything else.
+    // (any case). Throws CommandFailure for anything else.
     long language(const std::string& text) const;
     // The message id of a symbolic name, or a numeric identifier. Throws
-    // LookupFailure when neither.
+    // CommandFailure when neither.
     long messageId(const std::string& text) const;
     // The lower-case name a loaded file gives a severity / facility id, or "".
     std::string severityName(long id) const;

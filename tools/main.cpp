@@ -54,7 +54,7 @@ int runCommand(int argc, char** argv) {
         return commands.at(app.get_subcommands().front())();
     } catch (const UsageError& e) {
         return usageError(e.text);
-    } catch (const LookupFailure& e) {
+    } catch (const CommandFailure& e) {
         printError(e.text);
         return 1;
     } catch (const std::exception& e) {

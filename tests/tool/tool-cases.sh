@@ -276,6 +276,59 @@ print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' $emulator "$tool"
     done
 }
 
+case_format_arguments() {
+    # Each argument is passed as its inserts read it, identically on i386 and
+    # x86-64; messages the tool cannot format are refused with the reason.
+    printf 'LanguageNames=(English=1:A)\n' >"$work/f.mc"
+    local id=0
+    while read -r name text; do
+        id=$((id + 1))
+        printf 'MessageId=%d\nSymbolicName=%s\n%s\n.\n' $id "$name" "$text" >>"$work/f.mc"
+    done <<'EOT'
+TEXTS %1!ls!|%1!S!|%1!hs!|%1!ws!|%1
+CHARS %1!c!%1!lc!%1!C!
+UNSIGNED %1!lu! %1!u! %1!d! %1!llx! %1!I64u! %1!zu!
+SIGNED %1!ld! %1!lld! %1!I64d! %1!zd! %1!u!
+FLOATING %1!.1f! and %2!x! %1!u!
+NOVALUE %1!%! %2
+MIXED %1 is %1!d!
+WIDE_BOTH %1!ld! %1!lu!
+FLOATING_BOTH %1!f! %1!lx!
+POINTER %1!p!
+STAR %1!*d!
+DIGITS %1000
+EOT
+    while IFS='|' read -r args expected_status expected; do
+        run format "$work/f.mc" $args
+        expect_status "$expected_status" "format $args"
+        if [ "$expected_status" = 0 ]; then
+            [ "$out" = "$expected" ] || fail "format $args printed: $out"
+        else
+            expect_in "$err" "$expected"
+        fi
+    done <<'EOT'
+TEXTS hello|0|hello|hello|hello|hello|hello
+CHARS 65|0|AAA
+UNSIGNED -1|0|4294967295 4294967295 -1 ffffffff 4294967295 4294967295
+UNSIGNED 4294967295|0|4294967295 4294967295 -1 ffffffff 4294967295 4294967295
+SIGNED -2147483648|0|-2147483648 -2147483648 -2147483648 -2147483648 2147483648
+SIGNED 4294967295|0|-1 -1 -1 -1 4294967295
+FLOATING -3 255|0|-3.0 and ff 4294967293
+NOVALUE x y|0|% y
+UNSIGNED 4294967296|2|argument 1 ("4294967296") is outside the 32-bit range
+SIGNED -2147483649|2|argument 1 ("-2147483649") is outside the 32-bit range
+FLOATING 2.5 1|2|argument 1 ("2.5") must be an integer: the formatter gives "%.1f" the integer value
+UNSIGNED ten|2|argument 1 ("ten") must be an integer for "%lu"
+NOVALUE x|2|NOVALUE uses insert %2 but 1 argument(s) were given
+MIXED 5|1|argument 1 of MIXED would be needed as a text ("%s") and as a number ("%d")
+WIDE_BOTH 5|1|as a signed ("%ld") and as an unsigned ("%lu") number of more than 32 bits
+FLOATING_BOTH 5|1|as a signed ("%f") and as an unsigned ("%lx") number of more than 32 bits
+POINTER 1|1|insert %1 of POINTER ("%p") prints a pointer, which the tool cannot supply
+STAR 1|1|insert %1 of STAR ("%*d") cannot be formatted: a '*' width or precision
+DIGITS 1|1|Arg Index: 100.., is too big must not be more than 3 digits
+EOT
+}
+
 declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
 "case_$case_name"
 exit $((failures > 0))
