@@ -99,12 +99,10 @@ char* numberElement(int number, const std::string& argument, const ArgumentNeed&
                                                       "\" the integer value of its argument";
         throw UsageError{which + " must be an integer" + why};
     }
-    // Bits above the 32 are the sign for signed readers, zero for unsigned
-    // ones; where no reader looks at them, the number as typed decides.
-    bool signExtend =
-        need.unsignedWide.empty() && (!need.signedWide.empty() || argument.compare(0, 1, "-") == 0);
-    intptr_t raw = signExtend ? static_cast<intptr_t>(static_cast<int32_t>(value))
-                              : static_cast<intptr_t>(static_cast<uint32_t>(value));
+    // The bits above the 32 are the sign for a signed reader of more than 32
+    // bits and zero otherwise; narrower readers never see them.
+    intptr_t raw = need.signedWide.empty() ? static_cast<intptr_t>(static_cast<uint32_t>(value))
+                                           : static_cast<intptr_t>(static_cast<int32_t>(value));
     return reinterpret_cast<char*>(raw);
 }
 

@@ -54,8 +54,9 @@ using LeadingFields = std::array<std::string, ALIGNED_COLUMNS>;
 
 LeadingFields leadingFields(const StoredText& stored, NameCache& names) {
     const FormattableMessage& m = *stored.message;
-    return {hex8(stored.messageId), std::to_string(m.languageId), names.severity(m.severityId),
-            names.facility(m.facilityId), m.symbolicName};
+    return {hex8(stored.messageId), std::to_string(m.languageId),
+            escapeLine(names.severity(m.severityId)), escapeLine(names.facility(m.facilityId)),
+            escapeLine(m.symbolicName)};
 }
 
 const LeadingFields HEADER = {"ID", "LANG", "SEVERITY", "FACILITY", "NAME"};

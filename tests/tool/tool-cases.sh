@@ -124,17 +124,23 @@ case_json_escapes() {
         printf "MessageId=$i\nSymbolicName=MSG_$i\n${rows[i]}\n.\n" >>"$work/esc.mc"
         printf '%s\n' "${rows[i + 1]}" >>"$work/expected"
     done
+    # A tab inside a symbolic name must not split a TSV row.
+    printf 'MessageId=99\nSymbolicName=MSG\tTAB\nplain\n.\n' >>"$work/esc.mc"
+    echo '"plain"' >>"$work/expected"
     run list "$work/esc.mc" --format json
     python3 -c 'import ast,json,sys
 got = [e["text"] for e in json.load(open(sys.argv[1]))]
 want = [ast.literal_eval(line) for line in open(sys.argv[2])]
 for g, w in zip(got, want): assert g == w, (g, w)
-assert len(got) == len(want)' "$work/out" "$work/expected" || fail "escaped texts do not round-trip"
+assert len(got) == len(want)
+assert json.load(open(sys.argv[1]))[-1]["symbolicName"] == "MSG\tTAB"' "$work/out" "$work/expected" ||
+        fail "escaped texts do not round-trip"
     LC_ALL=C grep -q $'[\x80-\xff]' "$work/out" && fail "JSON holds raw non-ASCII bytes"
     run list "$work/esc.mc" --format tsv
     expect_in "$out" 't\tc\x01\x7f'
     expect_in "$out" 'ü 😀'
     expect_in "$out" 'Datentr\xe4ger \xe9'
+    awk -F'\t' 'NF != 6 { exit 1 }' <<<"$out" || fail "a TSV row has not 6 fields"
 }
 
 case_format() {
