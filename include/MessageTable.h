@@ -18,6 +18,7 @@
 #include <fstream>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "MessageModuleMaps.h"
 
@@ -78,6 +79,9 @@ public:
     char customerBit = 0;                       // bit 29 of composed identifiers (always 0)
     char reservedBit = 0;                       // bit 28 of composed identifiers (always 0)
     bool trimTrailingOnly = false;              // trim message text lines at the end only
+
+    // Ids of the declared languages, in the order the file declares them, each once.
+    std::vector<long> declaredLanguages;
 
     // Builds the table and loads `fileName`; throws MessageTableParserException.
     MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly);

@@ -5,10 +5,13 @@
 #include <cctype>
 #include <cerrno>
 #include <cstdlib>
-#include <iostream>
 #include <set>
 
-bool parseNumber(const std::string& text, long& number) {
+#include "Diagnostics.h"
+
+const char* const OUTSIDE_32_BITS = "outside the 32-bit range -2147483648..4294967295";
+
+NumberText parseNumber(const std::string& text, long& number) {
     size_t pos = 0;
     bool negative = false;
     if (pos < text.size() && (text[pos] == '+' || text[pos] == '-')) {
@@ -20,19 +23,24 @@ bool parseNumber(const std::string& text, long& number) {
         pos += 2;
     }
     const std::string digits = text.substr(pos);
-    if (digits.empty() || !std::isxdigit(static_cast<unsigned char>(digits[0]))) return false;
+    bool allDigits =
+        !digits.empty() && digits.find_first_not_of(base == 16 ? "0123456789abcdefABCDEF"
+                                                               : "0123456789") == std::string::npos;
+    if (!allDigits) return NumberText::NOT_A_NUMBER;
     errno = 0;
-    char* end = nullptr;
-    unsigned long long magnitude = std::strtoull(digits.c_str(), &end, base);
-    if (errno != 0 || *end != '\0') return false;
-    if (negative ? magnitude > 0x80000000ULL : magnitude > 0xFFFFFFFFULL) return false;
+    unsigned long long magnitude = std::strtoull(digits.c_str(), nullptr, base);
+    if (errno == ERANGE) return NumberText::OUT_OF_RANGE;
+    if (negative ? magnitude > 0x80000000ULL : magnitude > 0xFFFFFFFFULL) {
+        return NumberText::OUT_OF_RANGE;
+    }
     uint32_t bits = static_cast<uint32_t>(magnitude);
     if (negative) bits = 0u - bits;
     number = toInt32(static_cast<long>(bits));
-    return true;
+    return NumberText::VALID;
 }
 
-bool Catalogue::loadOne(const std::string& file, std::string& failure) {
+bool Catalogue::loadOne(const std::string& file) {
+    std::string failure;
     try {
         MessageModule::loadFile(&module_, file, false);
         return true;
@@ -41,16 +49,14 @@ bool Catalogue::loadOne(const std::string& file, std::string& failure) {
     } catch (MessageModuleException& e) {
         failure = e.msg;
     }
+    printError(failure);
+    for (const std::string& hint : loadFailureHints(file, failure)) printError("hint: " + hint);
     return false;
 }
 
 bool Catalogue::load(const std::vector<std::string>& files) {
     for (const std::string& file : files) {
-        std::string failure;
-        if (!loadOne(file, failure)) {
-            std::cerr << failure << '\n';
-            return false;
-        }
+        if (!loadOne(file)) return false;
     }
     return true;
 }
@@ -65,20 +71,28 @@ std::vector<long> Catalogue::languageIds() const {
 
 long Catalogue::language(const std::string& text) const {
     long id = 0;
-    if (parseNumber(text, id)) return id;
+    NumberText number = parseNumber(text, id);
+    if (number == NumberText::VALID) return id;
+    if (number == NumberText::OUT_OF_RANGE) {
+        throw CommandFailure{"language " + text + " is " + OUTSIDE_32_BITS};
+    }
     for (auto& entry : MessageModule::mtmap.tables) {
         std::string name = text;
         if (long* found = entry.second->languages.getIDX(name)) return *found;
     }
-    throw LookupFailure{"unknown language: " + text + " (not a number nor a declared name)"};
+    throw CommandFailure{"unknown language: " + text + " (not a number nor a declared name)"};
 }
 
 long Catalogue::messageId(const std::string& text) const {
     std::string name = text;
     if (long* found = MessageModule::mlmap.idmap.get(name)) return *found;
     long id = 0;
-    if (parseNumber(text, id)) return id;
-    throw LookupFailure{"unknown message: " + text + " (not a symbolic name nor a number)"};
+    NumberText number = parseNumber(text, id);
+    if (number == NumberText::VALID) return id;
+    if (number == NumberText::OUT_OF_RANGE) {
+        throw CommandFailure{"message identifier " + text + " is " + OUTSIDE_32_BITS};
+    }
+    throw CommandFailure{"unknown message: " + text + " (not a symbolic name nor a number)"};
 }
 
 // The first name (in name order) that `names` gives `id`, or "".

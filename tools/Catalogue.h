@@ -15,15 +15,22 @@ struct UsageError {
     std::string text;
 };
 
-// A name that the loaded files do not define: reported on standard error,
-// exit status 1.
-struct LookupFailure {
+// A failure that is not the command line's fault (a name that the loaded files
+// do not define, a message the tool cannot format): reported on standard
+// error, exit status 1.
+struct CommandFailure {
     std::string text;
 };
 
-// A 32-bit number written in decimal (optionally signed) or 0x hexadecimal.
-// False for anything else, or for a magnitude beyond 32 bits.
-bool parseNumber(const std::string& text, long& number);
+enum class NumberText { VALID, NOT_A_NUMBER, OUT_OF_RANGE };
+
+// A number written in decimal (optionally signed) or 0x hexadecimal, from
+// -2147483648 to 4294967295, stored as its 32-bit signed value; `number` is
+// set only for VALID.
+NumberText parseNumber(const std::string& text, long& number);
+
+// How the tool states the range of its numbers in messages.
+extern const char* const OUTSIDE_32_BITS;
 
 // One stored text with its identifier, in listing order.
 struct StoredText {
@@ -34,20 +41,21 @@ struct StoredText {
 class Catalogue {
 public:
     // Loads `files` in order into one module. Returns false after the first
-    // failure, whose library text has been written to standard error.
+    // failure, which has been reported on standard error.
     bool load(const std::vector<std::string>& files);
-    // Loads one more file; the library's failure text goes to `failure`.
-    bool loadOne(const std::string& file, std::string& failure);
+    // Loads one more file; a failure is reported on standard error: the
+    // library's text and the tool's hints.
+    bool loadOne(const std::string& file);
 
     MessageModule& module() { return module_; }
 
     // Distinct language ids declared by the loaded files, ascending.
     std::vector<long> languageIds() const;
     // A numeric language id, or the id of a language name a loaded file declares
-    // (any case). Throws LookupFailure for anything else.
+    // (any case). Throws CommandFailure for anything else.
     long language(const std::string& text) const;
     // The message id of a symbolic name, or a numeric identifier. Throws
-    // LookupFailure when neither.
+    // CommandFailure when neither.
     long messageId(const std::string& text) const;
     // The lower-case name a loaded file gives a severity / facility id, or "".
     std::string severityName(long id) const;

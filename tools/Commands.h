@@ -1,7 +1,7 @@
 // The subcommands of the tqmsg tool. Each `add...Command` declares its
 // subcommand and options on `app` and returns the function that runs it once
 // the command line has been parsed; that function returns the exit status
-// (0 success, 1 failure), or throws LookupFailure (status 1) or UsageError
+// (0 success, 1 failure), or throws CommandFailure (status 1) or UsageError
 // (status 2).
 #ifndef TQMSG_TOOL_COMMANDS_H
 #define TQMSG_TOOL_COMMANDS_H

@@ -6,7 +6,8 @@
 
 #include "Catalogue.h"
 #include "Commands.h"
-#include "InsertUses.h"
+#include "Diagnostics.h"
+#include "InsertArguments.h"
 
 namespace {
 
@@ -41,36 +42,6 @@ long chooseLanguage(const Catalogue& catalogue, const std::string& requested) {
                      " languages: choose one with --lang"};
 }
 
-// The argument array: element n-1 is the value of insert n, an integer where
-// every use of the insert converts an integer, else a pointer to the text.
-// Every one of the 199 possible inserts has an element.
-std::vector<char*> argumentArray(std::vector<std::string>& args, const InsertUses& uses,
-                                 const std::string& message) {
-    if (uses.highest() > static_cast<int>(args.size())) {
-        throw UsageError{message + " uses insert %" + std::to_string(uses.highest()) + " but " +
-                         std::to_string(args.size()) + " argument(s) were given"};
-    }
-    static char empty[] = "";
-    std::vector<char*> array(std::max<size_t>(199, args.size()), empty);
-    for (size_t i = 0; i < args.size(); ++i) {
-        long value = 0;
-        if (!uses.isInteger(static_cast<int>(i + 1))) {
-            array[i] = &args[i][0];
-        } else if (parseNumber(args[i], value)) {
-            // As typed: a negative number sign-extends, any other zero-extends,
-            // so "%lu" of 3000000000 is 3000000000 on x86-64 as well.
-            intptr_t raw = args[i][0] == '-' ? static_cast<intptr_t>(value)
-                                             : static_cast<intptr_t>(static_cast<uint32_t>(value));
-            array[i] = reinterpret_cast<char*>(raw);
-        } else {
-            throw UsageError{"argument " + std::to_string(i + 1) + " (\"" + args[i] +
-                             "\") must be a number: insert %" + std::to_string(i + 1) + " of " +
-                             message + " converts an integer"};
-        }
-    }
-    return array;
-}
-
 int format(FormatOptions& options) {
     Catalogue catalogue;
     std::vector<std::string> files = {options.file};
@@ -81,9 +52,12 @@ int format(FormatOptions& options) {
 
     FormattableMessage* stored = nullptr;
     MessageModule::mlmap.get(languageId, messageId, stored);
-    InsertUses uses;
-    if (stored && !options.ignoreInserts) uses = scanInserts(stored->text);
-    std::vector<char*> array = argumentArray(options.args, uses, options.message);
+    // Without a text (the formatter reports it missing) or with its inserts
+    // ignored, no argument is read.
+    std::vector<char*> array(199, nullptr);
+    if (stored != nullptr && !options.ignoreInserts) {
+        array = insertArguments(stored->text, options.args, options.message);
+    }
 
     long flags = _FORMAT_MESSAGE_ALLOCATE_BUFFER | _FORMAT_MESSAGE_ARGUMENT_ARRAY |
                  (options.width & _FORMAT_MESSAGE_MAX_WIDTH_MASK);
@@ -98,7 +72,7 @@ int format(FormatOptions& options) {
         failure = capture.text();
     }
     if (result == -1 || buffer == nullptr) {
-        std::cerr << failure;
+        printError(failure);
         return 1;
     }
     std::cout << buffer << '\n';
@@ -118,7 +92,8 @@ CommandRun addFormatCommand(CLI::App& app) {
                      "Symbolic name, or identifier in decimal or 0x hexadecimal")
         ->required();
     command->add_option("ARG", options->args,
-                        "Insert values: %N takes ARG number N (an integer for d i u x X o c)");
+                        "Insert values: %N takes ARG number N (a 32-bit integer where the insert "
+                        "converts a number)");
     command->add_option("--also", options->also, "Load a further file (repeatable)")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);

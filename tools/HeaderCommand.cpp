@@ -2,17 +2,17 @@
 // an int usable directly as the messageId of the TQ_ functions.
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <memory>
 #include <sstream>
 
 #include "Catalogue.h"
+#include "CheckedOutput.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 #include "TextEscape.h"
 
 namespace {
@@ -35,53 +35,17 @@ bool isIdentifier(const std::string& name) {
     });
 }
 
-// True when the lower-cased `line` declares `name`: the name as a word, then "=".
-bool declares(const std::string& line, const std::string& name) {
-    for (size_t at = line.find(name); at != std::string::npos; at = line.find(name, at + 1)) {
-        bool startsWord =
-            at == 0 || line[at - 1] == '(' || line[at - 1] == ' ' || line[at - 1] == '\t';
-        size_t after = line.find_first_not_of(" \t", at + name.size());
-        if (startsWord && after != std::string::npos && line[after] == '=') return true;
-    }
-    return false;
-}
-
-// The language declared first in `files` (comment lines skipped), among the
-// languages of the loaded tables. The library keeps no declaration order.
-bool firstDeclaredLanguage(const std::vector<std::string>& files, long& id) {
-    std::vector<std::pair<std::string, long>> languages;
-    for (auto& table : MessageModule::mtmap.tables) {
-        for (auto& entry : table.second->languages.forward.entries) {
-            languages.emplace_back(entry.first, entry.second);
-        }
-    }
-    for (const std::string& file : files) {
-        std::ifstream in(file);
-        for (std::string line; std::getline(in, line);) {
-            if (line.empty() || line[0] == ';') continue;
-            std::string lower = line;
-            for (char& c : lower)
-                c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-            size_t first = std::string::npos;
-            for (auto& language : languages) {
-                size_t at = declares(lower, language.first) ? lower.find(language.first) : first;
-                if (at < first) {
-                    first = at;
-                    id = language.second;
-                }
-            }
-            if (first != std::string::npos) return true;
-        }
-    }
-    return false;
-}
-
+// The language of the comments: the one asked for, else the language that the
+// first file declaring any declares first.
 long commentLanguage(const Catalogue& catalogue, const HeaderOptions& options) {
     if (!options.language.empty()) return catalogue.language(options.language);
-    long id = 0;
-    if (firstDeclaredLanguage(options.files, id)) return id;
-    std::vector<long> declared = catalogue.languageIds();
-    return declared.empty() ? 0 : declared.front();
+    for (std::string file : options.files) {
+        MessageTable* table = MessageModule::mtmap.get(file);
+        if (table != nullptr && !table->declaredLanguages.empty()) {
+            return table->declaredLanguages.front();
+        }
+    }
+    return 0;  // no file declares a language, so none stores a message either
 }
 
 // The text of `id` in `languageId`, else in the first language that has one.
@@ -138,15 +102,39 @@ std::string header(const Catalogue& catalogue, const HeaderOptions& options,
     return out.str();
 }
 
+// "FILE:LINE: " of the first line of `file` that mentions `name`, or "FILE: ".
+std::string placeOf(const std::string& file, const std::string& name) {
+    std::ifstream in(file, std::ios::binary);
+    int lineNumber = 1;
+    for (std::string line; std::getline(in, line); ++lineNumber) {
+        if (line.find(name) != std::string::npos) {
+            return file + ":" + std::to_string(lineNumber) + ": ";
+        }
+    }
+    return file + ": ";
+}
+
+// Loads the files in order; false, reported, after the first one that does
+// not load or that defines a symbolic name C cannot use as a macro name. The
+// earlier files' names were all checked, so a bad one belongs to this file.
+bool loadWithIdentifierNames(Catalogue& catalogue, const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        if (!catalogue.loadOne(file)) return false;
+        for (auto& entry : MessageModule::mlmap.idmap.entries) {
+            if (isIdentifier(entry.first)) continue;
+            printError(placeOf(file, entry.first) + "symbolic name is not a C identifier: \"" +
+                       entry.first + "\"");
+            return false;
+        }
+    }
+    return true;
+}
+
 int generate(const HeaderOptions& options) {
     Catalogue catalogue;
-    if (!catalogue.load(options.files)) return 1;
+    if (!loadWithIdentifierNames(catalogue, options.files)) return 1;
     std::vector<Definition> definitions;
     for (auto& entry : MessageModule::mlmap.idmap.entries) {
-        if (!isIdentifier(entry.first)) {
-            std::cerr << "symbolic name is not a C identifier: \"" << entry.first << "\"\n";
-            return 1;
-        }
         definitions.push_back({entry.first, entry.second});
     }
     std::stable_sort(definitions.begin(), definitions.end(),
@@ -158,14 +146,10 @@ int generate(const HeaderOptions& options) {
         std::cout << text;
         return 0;
     }
-    std::ofstream out(options.output, std::ios::binary);
-    out << text;
-    out.close();
-    if (!out) {
-        std::cerr << "cannot write " << options.output << ": " << std::strerror(errno) << '\n';
-        return 1;
-    }
-    return 0;
+    std::string failure = writeWholeFile(options.output, text);
+    if (failure.empty()) return 0;
+    printError("cannot write " + options.output + ": " + failure);
+    return 1;
 }
 
 }  // namespace

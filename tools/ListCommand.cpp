@@ -1,6 +1,13 @@
 // tqmsg list: every stored text, one per line, as a table, TSV or JSON.
+//
+// Rows are written as they are rendered, never collected: a catalogue can
+// hold millions of texts, and the listing must not need more memory than
+// loading them did. The table's column widths come from a first pass over
+// the same texts.
+#include <array>
 #include <cstdio>
 #include <iostream>
+#include <map>
 #include <memory>
 
 #include "Catalogue.h"
@@ -15,10 +22,24 @@ struct ListOptions {
     std::string format = "table";
 };
 
-// One listed text, every field already rendered.
-struct Row {
-    std::string id, language, severity, facility, name, text;
-    long languageId, severityId, facilityId;
+// The lower-case names of severity and facility ids, looked up once per id.
+class NameCache {
+public:
+    explicit NameCache(const Catalogue& catalogue) : catalogue_(catalogue) {}
+    const std::string& severity(long id) { return nameOf(severities_, id, true); }
+    const std::string& facility(long id) { return nameOf(facilities_, id, false); }
+
+private:
+    // The declared name of `id`, or its number when no file names it.
+    const std::string& nameOf(std::map<long, std::string>& cache, long id, bool severity) {
+        auto found = cache.find(id);
+        if (found != cache.end()) return found->second;
+        std::string name = severity ? catalogue_.severityName(id) : catalogue_.facilityName(id);
+        return cache[id] = name.empty() ? std::to_string(id) : name;
+    }
+
+    const Catalogue& catalogue_;
+    std::map<long, std::string> severities_, facilities_;
 };
 
 std::string hex8(long id) {
@@ -27,63 +48,69 @@ std::string hex8(long id) {
     return buffer;
 }
 
-std::string nameOrNumber(const std::string& name, long id) {
-    return name.empty() ? std::to_string(id) : name;
+// The columns before the text, which the table aligns.
+const size_t ALIGNED_COLUMNS = 5;
+using LeadingFields = std::array<std::string, ALIGNED_COLUMNS>;
+
+LeadingFields leadingFields(const StoredText& stored, NameCache& names) {
+    const FormattableMessage& m = *stored.message;
+    return {hex8(stored.messageId), std::to_string(m.languageId),
+            escapeLine(names.severity(m.severityId)), escapeLine(names.facility(m.facilityId)),
+            escapeLine(m.symbolicName)};
 }
 
-Row makeRow(const Catalogue& catalogue, const StoredText& stored) {
-    FormattableMessage& m = *stored.message;
-    return {hex8(stored.messageId),
-            std::to_string(m.languageId),
-            nameOrNumber(catalogue.severityName(m.severityId), m.severityId),
-            nameOrNumber(catalogue.facilityName(m.facilityId), m.facilityId),
-            m.symbolicName,
-            m.text,
-            m.languageId,
-            m.severityId,
-            m.facilityId};
-}
+const LeadingFields HEADER = {"ID", "LANG", "SEVERITY", "FACILITY", "NAME"};
 
-void printTable(const std::vector<Row>& rows, char separator, bool aligned) {
-    std::vector<std::string> header = {"ID", "LANG", "SEVERITY", "FACILITY", "NAME", "TEXT"};
-    std::vector<size_t> widths(header.size() - 1, 0);
-    auto fields = [](const Row& r) {
-        return std::vector<std::string>{r.id,       r.language, r.severity,
-                                        r.facility, r.name,     escapeLine(r.text)};
-    };
-    std::vector<std::vector<std::string>> lines = {header};
-    for (const Row& row : rows) lines.push_back(fields(row));
-    for (auto& line : lines) {
-        for (size_t i = 0; aligned && i < widths.size(); ++i) {
-            widths[i] = std::max(widths[i], line[i].size());
+// One line: the leading fields padded to `widths` (tab-separated when
+// `widths` is null), then `text`.
+void writeLine(const LeadingFields& fields, const std::string& text,
+               const std::array<size_t, ALIGNED_COLUMNS>* widths) {
+    for (size_t i = 0; i < ALIGNED_COLUMNS; ++i) {
+        std::cout << fields[i];
+        if (widths == nullptr) {
+            std::cout << '\t';
+        } else {
+            std::cout << std::string((*widths)[i] - fields[i].size() + 1, ' ');
         }
     }
-    for (auto& line : lines) {
-        for (size_t i = 0; i < widths.size(); ++i) {
-            std::cout << line[i];
-            if (aligned)
-                std::cout << std::string(widths[i] - line[i].size() + 1, ' ');
-            else
-                std::cout << separator;
+    std::cout << text << '\n';
+}
+
+void writeTable(const std::vector<StoredText>& texts, NameCache& names, bool aligned) {
+    std::array<size_t, ALIGNED_COLUMNS> widths{};
+    for (size_t i = 0; i < ALIGNED_COLUMNS; ++i) widths[i] = HEADER[i].size();
+    for (const StoredText& stored : texts) {
+        if (!aligned) break;
+        LeadingFields fields = leadingFields(stored, names);
+        for (size_t i = 0; i < ALIGNED_COLUMNS; ++i) {
+            widths[i] = std::max(widths[i], fields[i].size());
         }
-        std::cout << line.back() << '\n';
+    }
+    const std::array<size_t, ALIGNED_COLUMNS>* padding = aligned ? &widths : nullptr;
+    writeLine(HEADER, "TEXT", padding);
+    for (const StoredText& stored : texts) {
+        if (!std::cout) return;  // the failure is reported once the command ends
+        writeLine(leadingFields(stored, names), escapeLine(stored.message->text), padding);
     }
 }
 
-void printJson(const std::vector<Row>& rows) {
+void writeJson(const std::vector<StoredText>& texts, NameCache& names) {
     std::cout << "[";
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const Row& r = rows[i];
-        std::cout << (i ? ",\n  " : "\n  ") << "{\"id\": " << jsonString(r.id)
-                  << ", \"language\": " << r.languageId
-                  << ", \"severity\": " << jsonString(r.severity)
-                  << ", \"severityId\": " << r.severityId
-                  << ", \"facility\": " << jsonString(r.facility)
-                  << ", \"facilityId\": " << r.facilityId
-                  << ", \"symbolicName\": " << jsonString(r.name)
-                  << ", \"text\": " << jsonString(r.text) << "}";
+    const char* separator = "\n  ";
+    for (const StoredText& stored : texts) {
+        if (!std::cout) return;
+        const FormattableMessage& m = *stored.message;
+        std::cout << separator << "{\"id\": " << jsonString(hex8(stored.messageId))
+                  << ", \"language\": " << m.languageId
+                  << ", \"severity\": " << jsonString(names.severity(m.severityId))
+                  << ", \"severityId\": " << m.severityId
+                  << ", \"facility\": " << jsonString(names.facility(m.facilityId))
+                  << ", \"facilityId\": " << m.facilityId
+                  << ", \"symbolicName\": " << jsonString(m.symbolicName)
+                  << ", \"text\": " << jsonString(m.text) << "}";
+        separator = ",\n  ";
     }
-    std::cout << (rows.empty() ? "]\n" : "\n]\n");
+    std::cout << (texts.empty() ? "]\n" : "\n]\n");
 }
 
 int list(const ListOptions& options) {
@@ -91,15 +118,13 @@ int list(const ListOptions& options) {
     if (!catalogue.load(options.files)) return 1;
     long languageId = 0;
     if (!options.language.empty()) languageId = catalogue.language(options.language);
-    std::vector<Row> rows;
-    for (const StoredText& stored :
-         catalogue.texts(options.language.empty() ? nullptr : &languageId)) {
-        rows.push_back(makeRow(catalogue, stored));
-    }
+    std::vector<StoredText> texts =
+        catalogue.texts(options.language.empty() ? nullptr : &languageId);
+    NameCache names(catalogue);
     if (options.format == "json") {
-        printJson(rows);
+        writeJson(texts, names);
     } else {
-        printTable(rows, '\t', options.format == "table");
+        writeTable(texts, names, options.format == "table");
     }
     return 0;
 }

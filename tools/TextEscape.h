@@ -14,4 +14,9 @@ std::string escapeLine(const std::string& text);
 // character beyond ASCII as \uXXXX (surrogate pairs above U+FFFF).
 std::string jsonString(const std::string& text);
 
+// Safe to print on a terminal: control characters (tab excepted), C1 controls,
+// the invisible byte-order mark U+FEFF and bytes outside valid UTF-8 as \xHH
+// per byte; everything else, backslashes included, unchanged.
+std::string escapeForTerminal(const std::string& text);
+
 #endif  // TQMSG_TOOL_TEXT_ESCAPE_H

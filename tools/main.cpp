@@ -1,28 +1,33 @@
 // tqmsg: check, list, format, dump and turn message files into C headers.
 // main declares the subcommands, parses the command line and dispatches.
+#include <unistd.h>
+
+#include <cstring>
 #include <iostream>
 #include <map>
 
 #include "Catalogue.h"
+#include "CheckedOutput.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 
 namespace {
 
 // A usage error: the reason and a one-line hint on standard error, status 2.
-int usageError(const std::string& command, const std::string& reason) {
-    std::cerr << command << ": " << reason << '\n'
-              << "Try '" << command << " --help' for more information.\n";
+int usageError(const std::string& reason) {
+    printError(reason);
+    std::cerr << "Try '" << commandName() << " --help' for more information.\n";
     return 2;
 }
 
-std::string commandName(CLI::App& app) {
+std::string chosenCommand(CLI::App& app) {
     auto chosen = app.get_subcommands();
     return chosen.empty() ? "tqmsg" : "tqmsg " + chosen.front()->get_name();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+// Parses the command line and runs the chosen subcommand. Returns the exit
+// status.
+int runCommand(int argc, char** argv) {
     CLI::App app{"Check, list and format message files; generate C and C++ headers.", "tqmsg"};
     app.set_version_flag("--version", std::string("tqmsg ") + TQMSG_VERSION);
     app.require_subcommand(1);
@@ -40,18 +45,35 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
+        setCommandName(chosenCommand(app));
         if (e.get_exit_code() == 0) return app.exit(e);
-        return usageError(commandName(app), e.what());
+        return usageError(e.what());
     }
+    setCommandName(chosenCommand(app));
     try {
         return commands.at(app.get_subcommands().front())();
     } catch (const UsageError& e) {
-        return usageError(commandName(app), e.text);
-    } catch (const LookupFailure& e) {
-        std::cerr << commandName(app) << ": " << e.text << '\n';
+        return usageError(e.text);
+    } catch (const CommandFailure& e) {
+        printError(e.text);
         return 1;
     } catch (const std::exception& e) {
-        std::cerr << commandName(app) << ": " << e.what() << '\n';
+        printError(e.what());
         return 1;
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // Everything the tool prints on standard output goes through one checked
+    // buffer, so that a result that could not be written completely fails.
+    CheckedOutput standardOutput(STDOUT_FILENO);
+    std::streambuf* original = std::cout.rdbuf(&standardOutput);
+    int status = runCommand(argc, argv);
+    int error = standardOutput.finish();
+    std::cout.rdbuf(original);
+    if (error == 0) return status;
+    printError(std::string("cannot write standard output: ") + std::strerror(error));
+    return status == 0 ? 1 : status;
 }

@@ -1,5 +1,6 @@
 // The name lists LanguageNames, FacilityNames and SeverityNames: one entry
 // per line between "(" and ")", each entered into the table's map.
+#include <algorithm>
 #include <cstring>
 
 #include "MessageTable.h"
@@ -35,10 +36,18 @@ MessageTableParserException numberError(MessageTable& table, const char* listNam
     return table.wrapError(FailureText("Expected severity ID, got: %s", value.c_str()).text);
 }
 
+// Records an accepted language in declaration order; a repeat keeps its place.
+bool noteLanguage(MessageTable& table, long id) {
+    std::vector<long>& order = table.declaredLanguages;
+    if (std::find(order.begin(), order.end(), id) == order.end()) order.push_back(id);
+    return true;
+}
+
 bool putEntry(MessageTable& table, const char* listName, MessageTable::NameValue& entry,
               long number, std::string& symbol) {
     if (std::strcmp(listName, MessageTable::LANGUAGE_NAMES) == 0) {
-        return table.languages.putX(entry.name, number, entry.value, false);
+        return table.languages.putX(entry.name, number, entry.value, false) &&
+               noteLanguage(table, number);
     }
     if (std::strcmp(listName, MessageTable::FACILITY_NAMES) == 0) {
         Facility facility;

@@ -73,6 +73,22 @@ Outcome extractLine(std::streambuf* source, char* buffer, std::size_t& stored) {
     }
 }
 
+// True for a line that starts with a UTF-16 byte-order mark, or whose every
+// other byte is NUL: the signs of 16-bit text, where each ASCII character is
+// a byte and a NUL.
+bool looksLikeUtf16(const char* line, std::size_t length) {
+    if (length < 2) return false;
+    const unsigned char first = static_cast<unsigned char>(line[0]);
+    const unsigned char second = static_cast<unsigned char>(line[1]);
+    if ((first == 0xFF && second == 0xFE) || (first == 0xFE && second == 0xFF)) return true;
+    for (std::size_t parity = 0; parity < 2; ++parity) {
+        bool allNul = true;
+        for (std::size_t i = parity; i < length && allNul; i += 2) allNul = line[i] == '\0';
+        if (allNul) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 LineRead readLine(MessageTable& table, std::istream& in, char* buffer) {
@@ -118,8 +134,10 @@ LineRead readLine(MessageTable& table, std::istream& in, char* buffer) {
     const void* nul = std::memchr(buffer, '\0', stored);
     if (nul != nullptr) {
         int column = static_cast<int>(static_cast<const char*>(nul) - buffer) + 1;
+        const char* kind = looksLikeUtf16(buffer, stored) ? "the file looks like UTF-16; " : "";
         throw table.wrapError(
-            FailureText("NUL byte in column %d: message files are read as 8-bit text", column)
+            FailureText("NUL byte in column %d: %smessage files are read as 8-bit text", column,
+                        kind)
                 .text);
     }
     return atEnd ? LineRead::EndOfFile : LineRead::Line;

@@ -1,5 +1,7 @@
 // A table's life: construction, seeding, the read loop over the file, the
 // dispatch of top-level lines and the wording of every parser error.
+#include <sys/stat.h>
+
 #include <cstring>
 
 #include "MessageModule.h"
@@ -43,6 +45,7 @@ void MessageTable::init() {
         severities.putX(name, severity.id, name, false);
     }
 
+    declaredLanguages.clear();
     lineNumber = 0;
     defaultLanguage = DEFAULT_FIRST_MESSAGE_LANGUAGE;
     currentFacility = Facility();
@@ -59,7 +62,12 @@ void MessageTable::loadFile(std::string& fileName, bool trimTrailingOnly) {
     init();
     this->trimTrailingOnly = trimTrailingOnly;
 
-    std::ifstream in(this->fileName.c_str(), std::ios::in);
+    // A directory opens like a file on Linux and fails only at the first read:
+    // it is a file that cannot be opened for reading.
+    struct stat status;
+    bool directory = ::stat(this->fileName.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    std::ifstream in;
+    if (!directory) in.open(this->fileName.c_str(), std::ios::in);
     if (!in.is_open()) {
         throw wrapError(FailureText("Unable to open file: %s", this->fileName.c_str()).text);
     }

@@ -156,4 +156,24 @@ TEST(Lists, MapsAcceptRepeatsAndAliasesButRefuseConflicts) {
         "Cannot insert: 0, <name=\"Application\"; value=\"0:APP\"> tuple into facilitynamesMap");
 }
 
+TEST(Lists, LanguagesAreRecordedInDeclarationOrder) {
+    const struct {
+        const char* content;
+        std::vector<long> order;
+    } rows[] = {
+        {"LanguageNames=(English=0x409:A\nGerman=0x407:B)\n", {0x409, 0x407}},
+        {"LanguageNames=(Zulu=9:Z)\n;LanguageNames=(X=1:X)\nLanguageNames=(Neutral=0:N)\n", {9, 0}},
+        // an exact repeat and an alias keep the first place of their id
+        {"LanguageNames=(B=2:X)\nLanguageNames=(A=1:Y)\nLanguageNames=(B=2:X\nC=2:X)\n", {2, 1}},
+        {"SeverityNames=(S=1:S)\n", {}},
+    };
+    for (const auto& row : rows) {
+        inFreshProcess([&] {
+            MessageTable* table = loadText(row.content);
+            ASSERT_NE(table, nullptr);
+            EXPECT_EQ(table->declaredLanguages, row.order) << row.content;
+        });
+    }
+}
+
 }  // namespace

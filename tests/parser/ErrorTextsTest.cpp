@@ -53,8 +53,19 @@ TEST(ErrorTexts, LinesThatTheBufferCannotHoldAreRefused) {
     expectLoadError(A + std::string(4096, 'y') + "\n.\n", 4,
                     "Line too long: \"" + std::string(40, 'y') + "...\" (at most 4095 characters)");
     // A NUL byte would end the line early: a UTF-16 file must not read as blank lines.
-    expectLoadError(std::string("\r\0\n\0;\0", 6), 1,
-                    "NUL byte in column 2: message files are read as 8-bit text");
+    const struct {
+        std::string content;
+        const char* message;
+    } nulRows[] = {
+        {std::string("\r\0\n\0;\0", 6), "NUL byte in column 2: the file looks like UTF-16; "},
+        {std::string("\xff\xfe;\0", 4), "NUL byte in column 4: the file looks like UTF-16; "},
+        {std::string("\0;\0 \0x", 6), "NUL byte in column 1: the file looks like UTF-16; "},
+        {std::string("; a\0b\n", 6), "NUL byte in column 4: "},
+    };
+    for (const auto& row : nulRows) {
+        expectLoadError(row.content, 1,
+                        std::string(row.message) + "message files are read as 8-bit text");
+    }
 }
 
 TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {
@@ -69,7 +80,7 @@ TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {
         std::string directory = "tqmsg_" + std::to_string(getpid()) + "_dir.mc";
         ASSERT_EQ(mkdir(directory.c_str(), 0700), 0);
         EXPECT_EQ(loadError(directory),
-                  at(directory, 1) + "Read error: the file could not be read to its end");
+                  "File: \"" + directory + "\" - Unable to open file: " + directory);
         rmdir(directory.c_str());
     });
 }

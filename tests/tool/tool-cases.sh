@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# End-to-end cases of the tqmsg tool, one per CTest test:
+# End-to-end cases of the tqmsg tool. Each function case_NAME is one CTest test,
+# tool.NAME, registered from this file by tools/CMakeLists.txt:
 #   tool-cases.sh CASE TOOL SOURCE_DIR "CC FLAGS" "CXX FLAGS" [EMULATOR]
 # Expected values come from the example message file itself or from another
 # subcommand (list against header, format by name against format by id).
@@ -25,14 +26,14 @@ messages=$(grep -c '^SymbolicName=' "$mc")
 texts=$(grep -c '^\.$' "$mc")
 languages=$(grep -c '^LanguageNames=' "$mc")
 
-case $case_name in
-check_ok)
+case_check_ok() {
     run check "$mc"
     expect_status 0 check
     [ "$out" = "$mc: ok, $messages messages, $languages languages, $texts texts" ] ||
         fail "check said: $out"
-    ;;
-check_error)
+}
+
+case_check_error() {
     printf 'LanguageNames=(English=0x409:MSG00409)\n\nOutputBase=16\n' >"$work/bad.mc"
     printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_OTHER\nHi\n.\n' \
         >"$work/other.mc"
@@ -44,8 +45,9 @@ check_error)
     expect_in "$err" "Cannot understand input"
     expect_in "$err" "Unable to open file: $work/missing.mc"
     grep -q "bad.mc" <<<"$out" && fail "the error reached standard output"
-    ;;
-exit_status)
+}
+
+case_exit_status() {
     while read -r expected args; do
         run $args
         expect_status "$expected" "$args"
@@ -65,6 +67,7 @@ exit_status)
 2 format $mc MSG_JOB_LATE x 1 --lang German --width 256
 2 format $mc MSG_JOB_LATE x 1
 2 format $mc MSG_JOB_LATE x ten --lang German
+2 format $mc MSG_JOB_LATE x 4294967296 --lang German
 2 format $mc MSG_JOB_LATE x --lang German
 1 format $mc MSG_NOPE --lang German
 1 format $mc MSG_JOB_LATE x 1 --lang Klingon
@@ -77,9 +80,10 @@ EOT
     expect_in "$out" "tqmsg "
     run
     [ "$(wc -l <"$work/err")" = 2 ] || fail "usage error is not reason plus one hint: $err"
-    ;;
-list_table | list_tsv)
-    format=${case_name#list_}
+}
+
+list_rows() {
+    local format=${case_name#list_}
     run list "$mc" --format "$format"
     expect_status 0 list
     [ "$(wc -l <<<"$out")" = $((texts + 1)) ] || fail "expected a header and $texts rows"
@@ -89,25 +93,57 @@ list_table | list_tsv)
     fi
     run list "$mc" --lang german --format "$format"
     [ "$(wc -l <<<"$out")" = $((texts / 2 + 1)) ] || fail "--lang german kept other languages"
-    ;;
-list_json)
+}
+case_list_table() { list_rows; }
+case_list_tsv() { list_rows; }
+
+case_list_json() {
     run list "$mc" --format json
     expect_status 0 "list json"
     python3 -m json.tool <"$work/out" >/dev/null || fail "invalid JSON"
     python3 -c 'import json,sys; d=json.load(open(sys.argv[1])); assert len(d)==int(sys.argv[2]), len(d); assert {e["language"] for e in d}=={1031,1033}' \
         "$work/out" "$texts" || fail "JSON content"
-    ;;
-json_escapes)
-    printf 'LanguageNames=(English=1:M1)\nMessageId=1\nSymbolicName=MSG_E\nq" b\\ t\tc\001 \303\274 \360\237\230\200 \351\n.\n' \
-        >"$work/esc.mc"
+}
+
+case_json_escapes() {
+    # One message per row: its text as printf escapes, and the Python literal
+    # that the JSON string must decode to. Valid UTF-8 decodes; any other byte
+    # is the Latin-1 character of the same value.
+    local rows=(
+        'q" b\\ t\tc\001\177' '"q\" b\\ t\tc\x01\x7f"'
+        '\303\274 \360\237\230\200 \364\217\277\277' '"\u00fc \U0001F600 \U0010FFFF"'
+        'Datentr\344ger \351' '"Datentr\u00e4ger \u00e9"'
+        'surrogate \355\240\200' '"surrogate \u00ed\u00a0\u0080"'
+        'overlong \300\257 \340\200\257' '"overlong \u00c0\u00af \u00e0\u0080\u00af"'
+        'beyond \364\220\200\200' '"beyond \u00f4\u0090\u0080\u0080"'
+        'cut \342\202' '"cut \u00e2\u0082"'
+    )
+    printf 'LanguageNames=(English=1:M1)\n' >"$work/esc.mc"
+    : >"$work/expected"
+    for ((i = 0; i < ${#rows[@]}; i += 2)); do
+        printf "MessageId=$i\nSymbolicName=MSG_$i\n${rows[i]}\n.\n" >>"$work/esc.mc"
+        printf '%s\n' "${rows[i + 1]}" >>"$work/expected"
+    done
+    # A tab inside a symbolic name must not split a TSV row.
+    printf 'MessageId=99\nSymbolicName=MSG\tTAB\nplain\n.\n' >>"$work/esc.mc"
+    echo '"plain"' >>"$work/expected"
     run list "$work/esc.mc" --format json
-    python3 -c 'import json,sys; t=json.load(open(sys.argv[1]))[0]["text"]; assert t=="q\" b\\ t\tc\x01 \u00fc \U0001F600 \u00e9", repr(t)' \
-        "$work/out" || fail "escaped text does not round-trip"
+    python3 -c 'import ast,json,sys
+got = [e["text"] for e in json.load(open(sys.argv[1]))]
+want = [ast.literal_eval(line) for line in open(sys.argv[2])]
+for g, w in zip(got, want): assert g == w, (g, w)
+assert len(got) == len(want)
+assert json.load(open(sys.argv[1]))[-1]["symbolicName"] == "MSG\tTAB"' "$work/out" "$work/expected" ||
+        fail "escaped texts do not round-trip"
     LC_ALL=C grep -q $'[\x80-\xff]' "$work/out" && fail "JSON holds raw non-ASCII bytes"
     run list "$work/esc.mc" --format tsv
-    expect_in "$out" 't\tc\x01 ü 😀 \xe9'
-    ;;
-format)
+    expect_in "$out" 't\tc\x01\x7f'
+    expect_in "$out" 'ü 😀'
+    expect_in "$out" 'Datentr\xe4ger \xe9'
+    awk -F'\t' 'NF != 6 { exit 1 }' <<<"$out" || fail "a TSV row has not 6 fields"
+}
+
+case_format() {
     run format "$mc" MSG_JOB_LATE nightly 12 --lang German
     expect_status 0 format
     [ "$out" = 'Auftrag "nightly" wurde 12 Minuten zu spät gestartet.' ] || fail "got: $out"
@@ -127,14 +163,16 @@ format)
     expect_status 1 "a failing format"
     [ -z "$out" ] || fail "standard output not clean after a failure: $out"
     expect_in "$err" "string cannot end with an escape sequence"
-    ;;
-dump)
+}
+
+case_dump() {
     run dump "$mc"
     expect_status 0 dump
     expect_in "$out" "TABLE-ID: $mc"
     expect_in "$out" "Multi-Lang-Message-Map: ($texts entries)"
-    ;;
-header_compiles)
+}
+
+case_header_compiles() {
     run header "$mc" -o "$work/messages.h"
     expect_status 0 header
     [ "$(grep -c '^#define MSG_' "$work/messages.h")" = "$messages" ] || fail "one #define per message"
@@ -150,9 +188,153 @@ header_compiles)
     $cxx -std=c++17 -Wall -Wextra -Werror -pedantic -I"$src/include" -c "$work/use.cpp" -o "$work/use_cpp.o" ||
         fail "the header does not compile as C++"
     grep -q ', "MSG_' "$work/checks.inc" || fail "no identifier was checked"
-    ;;
-*)
-    fail "unknown case"
-    ;;
-esac
+}
+
+case_write_errors() {
+    # A result that cannot be written completely is a failure with its reason.
+    while read -r args; do
+        $emulator "$tool" $args >/dev/full 2>"$work/err"
+        status=$? err=$(cat "$work/err")
+        expect_status 1 "$args >/dev/full"
+        expect_in "$err" "cannot write standard output: No space left on device"
+    done <<EOT
+check $mc
+list $mc
+list $mc --format json
+dump $mc
+format $mc MSG_JOB_LATE x 1 --lang German
+header $mc
+--help
+EOT
+    # A header file cut short by a size limit is not left behind.
+    { echo 'LanguageNames=(English=1:M1)'; for i in $(seq 100); do
+        printf 'MessageId=%d\nSymbolicName=MSG_%d\nText %d\n.\n' "$i" "$i" "$i"; done; } >"$work/many.mc"
+    echo '/* older */' >"$work/many.h"
+    (trap '' XFSZ; ulimit -f 1; $emulator "$tool" header "$work/many.mc" -o "$work/many.h") 2>"$work/err"
+    status=$? err=$(cat "$work/err")
+    expect_status 1 "header -o beyond the file size limit"
+    expect_in "$err" "tqmsg header: cannot write $work/many.h: File too large (the incomplete file was removed)"
+    [ -e "$work/many.h" ] && fail "the incomplete header was left behind"
+}
+
+case_error_messages() {
+    # Each row: the command line (W stands for the work directory), then a text
+    # that its standard error must hold. Every line names the subcommand and no
+    # raw control byte reaches the terminal.
+    mkdir "$work/dir.mc"
+    ln -s loop1 "$work/loop2" && ln -s loop2 "$work/loop1"
+    printf '\377\376;\0 \0' >"$work/bom16.mc"
+    printf ';\0 \0' >"$work/le16.mc"
+    printf '\357\273\277; comment\n' >"$work/bom8.mc"
+    printf 'LanguageNames=(English=1:A)\nMessageId=9999999999\n' >"$work/big.mc"
+    printf 'Oops \033[31m\n' >"$work/esc.mc"
+    printf 'LanguageNames=(English=1:A)\nMessageId=\nSymbolicName=A\nx\n.\n\nMessageId=\nSymbolicName=MSG-B\ny\n.\n' \
+        >"$work/name.mc"
+    while IFS='|' read -r args expected; do
+        run ${args//W/$work}
+        expected=${expected//W/$work}
+        [ "$status" = 0 ] && fail "$args succeeded"
+        expect_in "$err" "$expected"
+        grep -qv "^tqmsg [a-z]*: \|^Try " "$work/err" && fail "a line without the command: $err"
+        grep -q $'\033' "$work/err" && fail "a raw escape byte reached standard error"
+    done <<'EOT'
+check W/dir.mc|tqmsg check: File: "W/dir.mc" - Unable to open file: W/dir.mc
+check W/dir.mc|tqmsg check: hint: W/dir.mc: Is a directory
+list W/missing.mc|tqmsg list: hint: W/missing.mc: No such file or directory
+dump W/loop1|hint: W/loop1: Too many levels of symbolic links
+check W/bom16.mc|Line: 1 - NUL byte in column 4: the file looks like UTF-16; message
+check W/bom16.mc|hint: W/bom16.mc is UTF-16 text; convert it to UTF-8 first, e.g. iconv -f UTF-16 -t UTF-8
+check W/le16.mc|iconv -f UTF-16LE -t UTF-8 W/le16.mc
+check W/bom8.mc|Line: 1 - Cannot understand input: "\xef\xbb\xbf; comment"
+check W/bom8.mc|hint: W/bom8.mc starts with a UTF-8 byte-order mark (EF BB BF)
+check W/big.mc|hint: 9999999999 is a number, but outside the 32-bit range
+check W/esc.mc|Cannot understand input: "Oops \x1b[31m"
+header W/name.mc|tqmsg header: W/name.mc:8: symbolic name is not a C identifier: "MSG-B"
+format W/name.mc A --lang 4294967296|language 4294967296 is outside the 32-bit range
+format W/name.mc 0x100000000 --lang 1|message identifier 0x100000000 is outside the 32-bit range
+EOT
+}
+
+case_list_memory() {
+    # list writes rows as it renders them: its peak memory stays close to what
+    # loading the file takes (check), whatever the output format.
+    python3 - "$work/many.mc" <<'PY'
+import sys
+with open(sys.argv[1], "w") as out:
+    out.write("LanguageNames=(English=1:A)\nFacilityNames=(F=1:F)\n")
+    for i in range(60000):
+        f = "Facility=F\n" if i >= 30000 else ""
+        out.write(f"MessageId={i % 30000 + 1}\n{f}SymbolicName=MSG_{i}\n"
+                  f"Text {i} with an insert %1 and a tab\there, long enough to matter.\n.\n")
+PY
+    peak() {  # peak resident kilobytes of the tool run with ARGS, output discarded
+        ASAN_OPTIONS=quarantine_size_mb=0:${ASAN_OPTIONS:-} python3 -c 'import resource, subprocess, sys
+subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, check=True)
+print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)' $emulator "$tool" "$@"
+    }
+    local loading
+    loading=$(peak check "$work/many.mc") || fail "check failed"
+    for format in table tsv json; do
+        local listing
+        listing=$(peak list "$work/many.mc" --format $format) || fail "list --format $format failed"
+        ((listing * 10 <= loading * 13)) ||
+            fail "list --format $format peaked at $listing KB, loading at $loading KB"
+    done
+}
+
+case_format_arguments() {
+    # Each argument is passed as its inserts read it, identically on i386 and
+    # x86-64; messages the tool cannot format are refused with the reason.
+    printf 'LanguageNames=(English=1:A)\n' >"$work/f.mc"
+    local id=0
+    while read -r name text; do
+        id=$((id + 1))
+        printf 'MessageId=%d\nSymbolicName=%s\n%s\n.\n' $id "$name" "$text" >>"$work/f.mc"
+    done <<'EOT'
+TEXTS %1!ls!|%1!S!|%1!hs!|%1!ws!|%1
+CHARS %1!c!%1!lc!%1!C!
+UNSIGNED %1!lu! %1!u! %1!d! %1!llx! %1!I64u! %1!zu!
+SIGNED %1!ld! %1!lld! %1!I64d! %1!zd! %1!u!
+FLOATING %1!.1f! and %2!x! %1!u!
+NOVALUE %1!%! %2
+MIXED %1 is %1!d!
+WIDE_BOTH %1!ld! %1!lu!
+FLOATING_BOTH %1!f! %1!lx!
+POINTER %1!p!
+STAR %1!*d!
+DIGITS %1000
+EOT
+    while IFS='|' read -r args expected_status expected; do
+        run format "$work/f.mc" $args
+        expect_status "$expected_status" "format $args"
+        if [ "$expected_status" = 0 ]; then
+            [ "$out" = "$expected" ] || fail "format $args printed: $out"
+        else
+            expect_in "$err" "$expected"
+        fi
+    done <<'EOT'
+TEXTS hello|0|hello|hello|hello|hello|hello
+CHARS 65|0|AAA
+UNSIGNED -1|0|4294967295 4294967295 -1 ffffffff 4294967295 4294967295
+UNSIGNED 4294967295|0|4294967295 4294967295 -1 ffffffff 4294967295 4294967295
+SIGNED -2147483648|0|-2147483648 -2147483648 -2147483648 -2147483648 2147483648
+SIGNED 4294967295|0|-1 -1 -1 -1 4294967295
+FLOATING -3 255|0|-3.0 and ff 4294967293
+NOVALUE x y|0|% y
+UNSIGNED 4294967296|2|argument 1 ("4294967296") is outside the 32-bit range
+SIGNED -2147483649|2|argument 1 ("-2147483649") is outside the 32-bit range
+FLOATING 2.5 1|2|argument 1 ("2.5") must be an integer: the formatter gives "%.1f" the integer value
+UNSIGNED ten|2|argument 1 ("ten") must be an integer for "%lu"
+NOVALUE x|2|NOVALUE uses insert %2 but 1 argument(s) were given
+MIXED 5|1|argument 1 of MIXED would be needed as a text ("%s") and as a number ("%d")
+WIDE_BOTH 5|1|as a signed ("%ld") and as an unsigned ("%lu") number of more than 32 bits
+FLOATING_BOTH 5|1|as a signed ("%f") and as an unsigned ("%lx") number of more than 32 bits
+POINTER 1|1|insert %1 of POINTER ("%p") prints a pointer, which the tool cannot supply
+STAR 1|1|insert %1 of STAR ("%*d") cannot be formatted: a '*' width or precision
+DIGITS 1|1|Arg Index: 100.., is too big must not be more than 3 digits
+EOT
+}
+
+declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
+"case_$case_name"
 exit $((failures > 0))
