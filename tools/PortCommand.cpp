@@ -48,6 +48,7 @@ PortOptions portOptions(const PortCommandOptions& command) {
     options.codePage = command.codePage;
     options.finalLineBreak = !command.noFinalNewline;
     options.namePrefix = command.namePrefix;
+    options.customerBit = command.customerBit;
     options.resolve.applicationFacility = command.applicationFFF ? 0xFFF : 0;
     options.resolve.firstMessageNumber =
         optionNumber("--first-message-number", command.firstNumber, 0xFFFF);
@@ -112,11 +113,6 @@ int port(const PortCommandOptions& command) {
     }
     PortReport report;
     try {
-        if (command.customerBit) {
-            throw PortError{0,
-                            "the customer bit (bit 29) cannot be set: this library composes "
-                            "every identifier with it 0"};
-        }
         PortResult result = portMessageFile(bytes, command.input, options, report);
         std::ostringstream converted;
         writeMessageFile(converted, result.content);

@@ -45,6 +45,11 @@ MessageDefinition definition(const PortedMessage& message, const FileNames& name
 
 PortResult portMessageFile(const std::string& bytes, const std::string& fileName,
                            const PortOptions& options, PortReport& report) {
+    if (options.customerBit) {
+        throw PortError{0,
+                        "the customer bit (bit 29) cannot be set: this library composes "
+                        "every identifier with it 0"};
+    }
     DecodedInput input = decodeInput(bytes, options.codePage, report);
     WindowsSource source = readWindowsSource(input.lines, report);
     PortedFile file = resolveIdentifiers(source, options.resolve, report);

@@ -16,6 +16,7 @@ struct PortOptions {
     std::string codePage;        // 8-bit input is transcoded from it; "" keeps it
     bool finalLineBreak = true;  // false: no line feed after a text's last line
     std::string namePrefix;      // before every written symbolic name
+    bool customerBit = false;    // asked for bit 29: refused, the library cannot carry it
 };
 
 // A symbolic name of the original file with its identifier, for a C header.
