@@ -1,6 +1,7 @@
 // Line-by-line rewriting of Windows message texts.
 #include "TextConversion.h"
 
+#include "MessageModule.h"
 #include "TextUnits.h"
 
 namespace {
@@ -21,21 +22,41 @@ const char* windowsOnlyEscape(char c) {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Warns about an insert the two formatters read differently.
-void checkInsert(const std::string& unit, int line, PortReport& report) {
-    size_t digits = 1;
-    while (digits < unit.size() - 1 && digits < 4 && isDigit(unit[digits + 1])) ++digits;
-    if (digits > 2) {
-        report.warn(line, WarningKind::Unportable,
-                    "insert " + unit.substr(0, digits + 1) +
-                        ": the Windows formatter has inserts 1 to 99 and reads " +
-                        unit.substr(0, 3) + " followed by " + unit.substr(3, digits - 2));
+// "%100" for insert 100 with the format "%s", "%1!*s!" otherwise.
+std::string spelled(const InsertUse& use) {
+    std::string number = "%" + std::to_string(use.number);
+    return use.format == "%s" ? number : number + "!" + use.format.substr(1) + "!";
+}
+
+// Warns about the inserts of `line` that the two formatters read differently:
+// the Windows formatter has inserts 1 to 99 and gives a "*" width or precision
+// the next insert, while this library's formatter refuses "*" (and some other
+// formats) and fails on the whole text.
+void checkInserts(const std::string& line, int number, PortReport& report) {
+    std::vector<InsertUse> inserts;
+    try {
+        inserts = MessageModule::findInserts(line);
+    } catch (const MessageModuleException& failure) {
+        report.warn(number, WarningKind::Unportable,
+                    "this library's formatter fails on the line: " + failure.msg);
+        return;
     }
-    size_t format = unit.find('!');
-    if (format != std::string::npos && unit.find('*', format) != std::string::npos) {
-        report.warn(line, WarningKind::Unportable,
-                    "insert " + unit +
-                        ": a \"*\" width or precision takes the next insert on Windows, not here");
+    for (const InsertUse& use : inserts) {
+        std::string insert = spelled(use);
+        if (use.number > 99) {
+            std::string tens = std::to_string(use.number);
+            report.warn(number, WarningKind::Unportable,
+                        "insert " + insert +
+                            ": the Windows formatter has inserts 1 to 99 and reads %" +
+                            tens.substr(0, 2) + " followed by " + tens.substr(2));
+        }
+        if (use.info.kind == InsertFormatInfo::REFUSED) {
+            bool star = use.format.find('*') != std::string::npos;
+            report.warn(
+                number, WarningKind::Unportable,
+                "insert " + insert + ": this library's formatter refuses it (" + use.info.refusal +
+                    ")" + (star ? "; the Windows formatter gives the \"*\" the next insert" : ""));
+        }
     }
 }
 
@@ -61,7 +82,6 @@ std::string convertLine(const std::string& line, int number, PortReport& report)
             out.append(text, pos, end - pos);
         } else if (isDigit(text[pos + 1])) {
             textAfterZero = textAfterZero || (text[pos + 1] == '0' && end < text.size());
-            if (text[pos + 1] != '0') checkInsert(text.substr(pos, end - pos), number, report);
             out.append(text, pos, end - pos);
         } else if (const char* replacement = windowsOnlyEscape(text[pos + 1])) {
             out += replacement;
@@ -79,6 +99,7 @@ std::string convertLine(const std::string& line, int number, PortReport& report)
                     "a \"%\" alone at the end of a line dropped");
         out.pop_back();
     }
+    checkInserts(out, number, report);
     return out;
 }
 
