@@ -71,6 +71,16 @@ std::string withoutTrailingBlanks(const std::string& line, int number, PortRepor
     return kept;
 }
 
+// The position of the "!" after the insert number at `pos` when no second
+// "!" closes the format on the line ("in %2!" meant as an exclamation), else
+// npos.
+size_t unclosedFormat(const std::string& text, size_t pos) {
+    size_t digits = pos + 2;
+    while (digits < text.size() && digits < pos + 4 && isDigit(text[digits])) ++digits;
+    bool opens = digits < text.size() && text[digits] == '!';
+    return opens && text.find('!', digits + 1) == std::string::npos ? digits : std::string::npos;
+}
+
 std::string convertLine(const std::string& line, int number, PortReport& report) {
     std::string text = withoutTrailingBlanks(line, number, report);
     bool textAfterZero = false;
@@ -82,7 +92,19 @@ std::string convertLine(const std::string& line, int number, PortReport& report)
             out.append(text, pos, end - pos);
         } else if (isDigit(text[pos + 1])) {
             textAfterZero = textAfterZero || (text[pos + 1] == '0' && end < text.size());
-            out.append(text, pos, end - pos);
+            size_t bang = text[pos + 1] == '0' ? std::string::npos : unclosedFormat(text, pos);
+            if (bang != std::string::npos) {
+                // Read as a format, the rest of the text would be one: this
+                // library's formatter fails on it. "%!" prints the "!" in both.
+                report.warn(number, WarningKind::Undocumented,
+                            "insert " + text.substr(pos, bang - pos) +
+                                " followed by a \"!\" that no second \"!\" closes: written " +
+                                text.substr(pos, bang - pos) + "%! (the \"!\" printed)");
+                out.append(text, pos, bang - pos).append("%!");
+                end = bang + 1;
+            } else {
+                out.append(text, pos, end - pos);
+            }
         } else if (const char* replacement = windowsOnlyEscape(text[pos + 1])) {
             out += replacement;
         } else {
