@@ -64,7 +64,7 @@ void checkInserts(const std::string& line, int number, PortReport& report) {
 std::string withoutTrailingBlanks(const std::string& line, int number, PortReport& report) {
     size_t end = line.find_last_not_of(" \t\f\v");
     std::string kept = end == std::string::npos ? "" : line.substr(0, end + 1);
-    if (endsWithLonePercent(kept)) kept += line[kept.size()];
+    if (endsWithLonePercent(kept) && kept.size() < line.size()) kept += line[kept.size()];
     if (kept.size() < line.size()) {
         report.warn(number, WarningKind::Undocumented, "trailing blanks of a text line dropped");
     }
