@@ -37,7 +37,8 @@ int runCommand(int argc, char** argv) {
         {"list", addListCommand},
         {"format", addFormatCommand},
         {"dump", addDumpCommand},
-        {"header", addHeaderCommand}};
+        {"header", addHeaderCommand},
+        {"port", addPortCommand}};
     for (auto& subcommand : subcommands) {
         CommandRun run = subcommand.second(app);
         commands[app.get_subcommand(subcommand.first)] = run;

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds the two fuzz targets with clang (libFuzzer, AddressSanitizer,
-# UndefinedBehaviorSanitizer) and runs both side by side for a bounded time
-# (TQMSG_FUZZ_SECONDS, default 60). Fork mode restarts the worker process now
+# Builds the fuzz targets with clang (libFuzzer, AddressSanitizer,
+# UndefinedBehaviorSanitizer) and runs them side by side for a bounded time
+# (TQMSG_FUZZ_SECONDS, default 60). The converter's target needs the tools'
+# directory, where its library lives. Fork mode restarts the worker process now
 # and then, which bounds the message store that grows with every load. Any
 # crash, leak or sanitizer report fails the stage; its input is kept under
 # build/fuzz/artifacts/.
@@ -9,12 +10,12 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 seconds=${TQMSG_FUZZ_SECONDS:-60}
 build=build/fuzz
-targets=(load_file format_string)
+targets=(load_file format_string port)
 
 echo "-- building the fuzz targets (clang)"
 cmake -S . -B "$build" -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
     -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTQMSG_BUILD_FUZZ=ON -DTQMSG_SANITIZE=address,undefined \
-    -DTQMSG_BUILD_TESTS=OFF -DTQMSG_BUILD_TOOLS=OFF -DTQMSG_INSTALL=OFF >/dev/null
+    -DTQMSG_BUILD_TESTS=OFF -DTQMSG_BUILD_TOOLS=ON -DTQMSG_INSTALL=OFF >/dev/null
 cmake --build "$build" -j "$(nproc)" --target "${targets[@]/#/tqmsg_fuzz_}"
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
