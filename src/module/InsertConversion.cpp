@@ -155,8 +155,10 @@ InsertValueType unsignedTwin(InsertValueType type) {
             return InsertValueType::UIntMax;
         case InsertValueType::SignedSize:
             return InsertValueType::Size;
+        case InsertValueType::PtrDiff:
+            return InsertValueType::UPtrDiff;
         default:
-            return type;  // ptrdiff_t has no unsigned twin; printf reads it as it is
+            return type;
     }
 }
 

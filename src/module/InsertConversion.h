@@ -25,7 +25,8 @@ enum class InsertValueType {
     UIntMax,     // j on o u x X b B
     SignedSize,  // z Z I on d i
     Size,        // z Z I on o u x X b B
-    PtrDiff,     // t
+    PtrDiff,     // t on d i
+    UPtrDiff,    // t on o u x X b B
     Double,      // e E f F g G a A, also with l
     LongDouble,  // the same with L
     Char,        // c C, also with h l w (an int)

@@ -169,6 +169,8 @@ InsertText readAndPrint(const Source& source, const PrintTarget& target) {
             return printAs<std::size_t>(source, target);
         case InsertValueType::PtrDiff:
             return printAs<std::ptrdiff_t>(source, target);
+        case InsertValueType::UPtrDiff:
+            return printAs<std::make_unsigned<std::ptrdiff_t>::type>(source, target);
         case InsertValueType::Double:
             return printAs<double>(source, target);
         case InsertValueType::LongDouble:
