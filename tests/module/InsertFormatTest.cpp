@@ -297,12 +297,16 @@ TEST(InsertFormat, FieldsUpToIntMaxArePrinted) {
     }
 }
 
-// A wide spelling read a narrow argument as a wide text and ran past it.
+// A wide spelling read a narrow argument as a wide text and ran past it, also
+// when snprintf prints it (with a width or precision).
 TEST(InsertFormat, WideSpellingsReadNothingBeyondANarrowArgument) {
     GuardedText first("abcdefg"), second("xy");
-    const char* message = "[%1!ls!|%2!S!]";
-    EXPECT_EQ(formatArray(message, {first.get(), second.get()}).text, "[abcdefg|xy]");
-    EXPECT_EQ(formatList(message, 0, first.get(), second.get()).text, "[abcdefg|xy]");
+    const std::pair<const char*, const char*> cases[] = {
+        {"[%1!ls!|%2!S!]", "[abcdefg|xy]"}, {"[%1!-9ls!|%2!.1S!|%2!3ws!]", "[abcdefg  |x| xy]"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(formatArray(c.first, {first.get(), second.get()}).text, c.second);
+        EXPECT_EQ(formatList(c.first, 0, first.get(), second.get()).text, c.second);
+    }
 }
 
 // The scan of findInserts is the formatter's: the same inserts, the same failures.
