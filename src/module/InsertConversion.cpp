@@ -223,7 +223,7 @@ public:
     std::size_t read(std::size_t begin) {
         const TableIndex& index = tableIndex();
         at_ = format_ + begin + 1;
-        result_.specBegin = begin;
+        result_.conversionBegin = begin;
         while (at_ != end_ && index.isFlag(*at_)) ++at_;
         result_.flagsEnd = position();
         if (!readField(result_.width)) return position();
@@ -238,8 +238,8 @@ public:
         at_ += modifier.length;
         if (at_ == end_) return refuse(NO_CONVERSION);
         readConversion(modifier, *at_++);
-        result_.specEnd = position();
-        return result_.specEnd;
+        result_.conversionEnd = position();
+        return result_.conversionEnd;
     }
 
 private:
@@ -302,9 +302,9 @@ private:
 bool InsertConversion::printedAsWritten(const char* format) const {
     if (type == InsertValueType::None) return true;
     std::size_t modifierLength = printedModifier[0] == 0 ? 0 : std::strlen(printedModifier);
-    return specEnd - spellingBegin == modifierLength + 1 &&
+    return conversionEnd - spellingBegin == modifierLength + 1 &&
            std::memcmp(format + spellingBegin, printedModifier, modifierLength) == 0 &&
-           format[specEnd - 1] == conversion;
+           format[conversionEnd - 1] == conversion;
 }
 
 // Formats are short: plain loops cost less here than calls of strnlen and memchr.
@@ -343,6 +343,6 @@ std::string printfFormatOf(const char* format, const InsertConversion& conversio
     std::string printed(format, conversion.spellingBegin);
     printed += conversion.printedModifier;
     printed += conversion.conversion;
-    printed.append(format + conversion.specEnd, conversion.length - conversion.specEnd);
+    printed.append(format + conversion.conversionEnd, conversion.length - conversion.conversionEnd);
     return printed;
 }

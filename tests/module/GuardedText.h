@@ -7,20 +7,17 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <stdexcept>
 #include <string>
 
 class GuardedText {
 public:
     // `text` must fit one page with its NUL.
     explicit GuardedText(const std::string& text) : page_(sysconf(_SC_PAGESIZE)) {
-        void* pages =
-            mmap(nullptr, 2 * page_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (pages == MAP_FAILED || text.size() + 1 > page_) throw std::runtime_error("mmap");
-        pages_ = static_cast<char*>(pages);
+        pages_ = static_cast<char*>(
+            mmap(nullptr, 2 * page_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
         mprotect(pages_ + page_, page_, PROT_NONE);
-        text_ = pages_ + page_ - (text.size() + 1);
-        std::memcpy(text_, text.c_str(), text.size() + 1);
+        text_ = static_cast<char*>(
+            std::memcpy(pages_ + page_ - (text.size() + 1), text.c_str(), text.size() + 1));
     }
     ~GuardedText() { munmap(pages_, 2 * page_); }
     GuardedText(const GuardedText&) = delete;
@@ -30,8 +27,8 @@ public:
 
 private:
     std::size_t page_;
-    char* pages_ = nullptr;
-    char* text_ = nullptr;
+    char* pages_;
+    char* text_;
 };
 
 #endif  // TQMSG_TESTS_GUARDED_TEXT_H

@@ -13,93 +13,58 @@ namespace {
 
 typedef InsertFormatInfo Info;
 
-// The C type a conversion reads (its unsigned twin on o u x X b B).
-enum class Reads { Int, Long, LongLong, IntMax, Size, PtrDiff, Double, LongDouble, Text, Pointer };
+// The length modifier handed to snprintf for each modifier written before a
+// conversion of each class; "-" where the pairing is refused.
+const char* const CLASSES[] = {"diouxXbB", "eEfFgGaA", "cCsS", "p"};
+const char* const DECISIONS[][5] = {
+    {"", "", "", "", ""},       {"hh", "hh", "-", "-", "-"},  {"h", "h", "-", "", "-"},
+    {"l", "l", "l", "", "-"},   {"ll", "ll", "-", "-", "-"},  {"q", "ll", "-", "-", "-"},
+    {"L", "ll", "L", "-", "-"}, {"j", "j", "-", "-", "-"},    {"z", "z", "-", "-", "-"},
+    {"Z", "z", "-", "-", "-"},  {"t", "t", "-", "-", "-"},    {"I", "z", "-", "-", "-"},
+    {"I32", "", "-", "-", "-"}, {"I64", "ll", "-", "-", "-"}, {"w", "-", "-", "", "-"}};
 
-int bytesOf(Reads reads) {
-    const int sizes[] = {sizeof(int),    sizeof(long),      sizeof(long long), sizeof(intmax_t),
-                         sizeof(size_t), sizeof(ptrdiff_t), sizeof(double),    sizeof(long double),
-                         sizeof(char*),  sizeof(void*)};
-    return sizes[static_cast<int>(reads)];
+Info::Kind kindOf(char conversion) {
+    if (std::strchr("di", conversion)) return Info::SIGNED_INTEGER;
+    if (std::strchr("ouxXbB", conversion)) return Info::UNSIGNED_INTEGER;
+    if (std::strchr("eEfFgGaA", conversion)) return Info::FLOATING;
+    if (std::strchr("cC", conversion)) return Info::CHARACTER;
+    return std::strchr("sS", conversion) ? Info::TEXT : Info::POINTER;
 }
 
-// What each length modifier becomes on each class of conversion: the modifier
-// handed to snprintf (null: refused) and the type read.
-struct ModifierRow {
-    const char* written;
-    const char* integer;  // on d i o u x X b B
-    Reads integerReads;
-    const char* floating;  // on e E f F g G a A
-    Reads floatingReads;
-    bool narrow;   // accepted on c C s S, which print without a modifier
-    bool pointer;  // accepted on p
-};
-
-const ModifierRow MODIFIERS[] = {
-    {"", "", Reads::Int, "", Reads::Double, true, true},
-    {"hh", "hh", Reads::Int, nullptr, Reads::Double, false, false},
-    {"h", "h", Reads::Int, nullptr, Reads::Double, true, false},
-    {"l", "l", Reads::Long, "l", Reads::Double, true, false},
-    {"ll", "ll", Reads::LongLong, nullptr, Reads::Double, false, false},
-    {"q", "ll", Reads::LongLong, nullptr, Reads::Double, false, false},
-    {"L", "ll", Reads::LongLong, "L", Reads::LongDouble, false, false},
-    {"j", "j", Reads::IntMax, nullptr, Reads::Double, false, false},
-    {"z", "z", Reads::Size, nullptr, Reads::Double, false, false},
-    {"Z", "z", Reads::Size, nullptr, Reads::Double, false, false},
-    {"t", "t", Reads::PtrDiff, nullptr, Reads::Double, false, false},
-    {"I", "z", Reads::Size, nullptr, Reads::Double, false, false},
-    {"I32", "", Reads::Int, nullptr, Reads::Double, false, false},
-    {"I64", "ll", Reads::LongLong, nullptr, Reads::Double, false, false},
-    {"w", nullptr, Reads::Int, nullptr, Reads::Double, true, false},
-};
-
-struct ConversionColumn {
-    char written, printed;
-    Info::Kind kind;
-};
-
-const ConversionColumn CONVERSIONS[] = {{'d', 'd', Info::SIGNED_INTEGER},
-                                        {'i', 'i', Info::SIGNED_INTEGER},
-                                        {'o', 'o', Info::UNSIGNED_INTEGER},
-                                        {'u', 'u', Info::UNSIGNED_INTEGER},
-                                        {'x', 'x', Info::UNSIGNED_INTEGER},
-                                        {'X', 'X', Info::UNSIGNED_INTEGER},
-                                        {'b', 'b', Info::UNSIGNED_INTEGER},
-                                        {'B', 'B', Info::UNSIGNED_INTEGER},
-                                        {'e', 'e', Info::FLOATING},
-                                        {'E', 'E', Info::FLOATING},
-                                        {'f', 'f', Info::FLOATING},
-                                        {'F', 'F', Info::FLOATING},
-                                        {'g', 'g', Info::FLOATING},
-                                        {'G', 'G', Info::FLOATING},
-                                        {'a', 'a', Info::FLOATING},
-                                        {'A', 'A', Info::FLOATING},
-                                        {'c', 'c', Info::CHARACTER},
-                                        {'C', 'c', Info::CHARACTER},
-                                        {'s', 's', Info::TEXT},
-                                        {'S', 's', Info::TEXT},
-                                        {'p', 'p', Info::POINTER}};
-
-// The modifier printed for `row` on `column` (null: refused) and the type read.
-const char* expectedModifier(const ModifierRow& row, const ConversionColumn& column, Reads& reads) {
-    switch (column.kind) {
-        case Info::SIGNED_INTEGER:
-        case Info::UNSIGNED_INTEGER:
-            reads = row.integerReads;
-            return row.integer;
-        case Info::FLOATING:
-            reads = row.floatingReads;
-            return row.floating;
-        case Info::CHARACTER:
-            reads = Reads::Int;
-            return row.narrow ? "" : nullptr;
-        case Info::TEXT:
-            reads = Reads::Text;
-            return row.narrow ? "" : nullptr;
-        default:
-            reads = Reads::Pointer;
-            return row.pointer ? "" : nullptr;
+// An array element as a conversion reading T takes it: integers signed or
+// unsigned as T is, a floating conversion the integer value.
+template <typename T>
+T elementAs(char* element) {
+    if constexpr (std::is_pointer<T>::value) {
+        return reinterpret_cast<T>(element);
+    } else if constexpr (std::is_unsigned<T>::value) {
+        return static_cast<T>(reinterpret_cast<uintptr_t>(element));
+    } else {
+        return static_cast<T>(reinterpret_cast<intptr_t>(element));
     }
+}
+
+template <typename Signed, typename Check>
+void withInteger(bool isUnsigned, Check check) {
+    typedef typename std::make_unsigned<Signed>::type Unsigned;
+    if (isUnsigned) return check(static_cast<Unsigned>(-42));
+    check(static_cast<Signed>(-42));
+}
+
+// Calls `check` with a value of the type a conversion of `kind` with the
+// printed length modifier `modifier` reads.
+template <typename Check>
+void withValueOf(const std::string& modifier, Info::Kind kind, Check check) {
+    bool isUnsigned = kind == Info::UNSIGNED_INTEGER;
+    if (kind == Info::FLOATING) return modifier == "L" ? check(-42.5L) : check(-42.5);
+    if (kind == Info::TEXT) return check(static_cast<const char*>("abc"));
+    if (kind == Info::POINTER) return check(static_cast<void*>(&kind));
+    if (modifier == "l") return withInteger<long>(isUnsigned, check);
+    if (modifier == "ll") return withInteger<long long>(isUnsigned, check);
+    if (modifier == "j") return withInteger<intmax_t>(isUnsigned, check);
+    if (modifier == "z") return withInteger<std::make_signed<size_t>::type>(isUnsigned, check);
+    if (modifier == "t") return withInteger<ptrdiff_t>(isUnsigned, check);
+    withInteger<int>(isUnsigned, check);  // none, hh, h, and characters
 }
 
 template <typename T>
@@ -113,77 +78,42 @@ std::string snprintfOf(const std::string& format, T value, std::size_t limit) {
 // as snprintf prints `printed` with the value each path reads.
 template <typename T>
 void expectBothPaths(const std::string& body, const std::string& printed, char* element,
-                     T fromElement, T listValue) {
+                     T listValue) {
     EXPECT_EQ(formatArray(("%1!" + body + "!").c_str(), {element}).text,
-              snprintfOf(printed, fromElement, 999))
+              snprintfOf(printed, elementAs<T>(element), 999))
         << body;
     EXPECT_EQ(formatList(("%2!" + body + "!").c_str(), 0, 0, listValue).text,
               snprintfOf(printed, listValue, 1000))
         << body;
 }
 
-template <typename Signed>
-void expectIntegers(bool isUnsigned, const std::string& body, const std::string& printed) {
-    typedef typename std::make_unsigned<Signed>::type Unsigned;
-    char* element = asElement(-42);
-    if (isUnsigned) {
-        Unsigned fromElement = static_cast<Unsigned>(reinterpret_cast<uintptr_t>(element));
-        expectBothPaths<Unsigned>(body, printed, element, fromElement, static_cast<Unsigned>(-42));
-    } else {
-        expectBothPaths<Signed>(body, printed, element, -42, -42);
-    }
-}
-
-void expectPrinting(Reads reads, bool isUnsigned, const std::string& body,
-                    const std::string& printed) {
-    char text[] = "abc";
-    switch (reads) {
-        case Reads::Int:
-            return expectIntegers<int>(isUnsigned, body, printed);
-        case Reads::Long:
-            return expectIntegers<long>(isUnsigned, body, printed);
-        case Reads::LongLong:
-            return expectIntegers<long long>(isUnsigned, body, printed);
-        case Reads::IntMax:
-            return expectIntegers<intmax_t>(isUnsigned, body, printed);
-        case Reads::Size:
-            return expectIntegers<std::make_signed<size_t>::type>(isUnsigned, body, printed);
-        case Reads::PtrDiff:
-            return expectIntegers<ptrdiff_t>(isUnsigned, body, printed);
-        case Reads::Double:  // an element gives its integer value
-            return expectBothPaths<double>(body, printed, asElement(-42), -42.0, -42.5);
-        case Reads::LongDouble:
-            return expectBothPaths<long double>(body, printed, asElement(-42), -42.0L, -42.5L);
-        case Reads::Text:
-            return expectBothPaths<const char*>(body, printed, text, text, text);
-        case Reads::Pointer:
-            return expectBothPaths<void*>(body, printed, text, text, text);
-    }
-}
-
 // Every length modifier on every conversion character: classified as the
 // table above says, and printed through both paths as snprintf prints the
-// mapped format, with flags, width and literal text kept.
+// mapped format, also with flags, a width and literal text.
 TEST(InsertFormat, EveryConversionAndModifierIsDecidedAndPrinted) {
-    for (const ModifierRow& row : MODIFIERS) {
-        for (const ConversionColumn& column : CONVERSIONS) {
-            std::string written = std::string("%") + row.written + column.written;
-            Info info = MessageModule::describeInsertFormat(written);
-            Reads reads;
-            const char* modifier = expectedModifier(row, column, reads);
-            if (modifier == nullptr) {
-                EXPECT_EQ(info.kind, Info::REFUSED) << written;
-                EXPECT_EQ(info.refusal, "the length modifier does not fit the conversion");
-                continue;
+    char text[] = "abc";
+    for (const auto& row : DECISIONS) {
+        for (int column = 0; column < 4; ++column) {
+            for (const char* c = CLASSES[column]; *c != 0; ++c) {
+                std::string written = std::string("%") + row[0] + *c, modifier = row[column + 1];
+                Info info = MessageModule::describeInsertFormat(written);
+                if (modifier == "-") {
+                    EXPECT_EQ(info.refusal, "the length modifier does not fit the conversion")
+                        << written;
+                    continue;
+                }
+                std::string printed = "%" + modifier + (*c == 'C' ? 'c' : *c == 'S' ? 's' : *c);
+                Info::Kind kind = kindOf(*c);
+                EXPECT_EQ(info.kind, kind) << written;
+                EXPECT_EQ(info.printfFormat, printed) << written;
+                char* element = kind == Info::TEXT || kind == Info::POINTER ? text : asElement(-42);
+                withValueOf(modifier, kind, [&](auto value) {
+                    EXPECT_EQ(info.valueBytes, int(sizeof value)) << written;
+                    expectBothPaths(written.substr(1), printed, element, value);
+                    expectBothPaths("-'12" + written.substr(1) + "|",
+                                    "%-'12" + printed.substr(1) + "|", element, value);
+                });
             }
-            std::string printed = std::string("%") + modifier + column.printed;
-            EXPECT_EQ(info.kind, column.kind) << written;
-            EXPECT_EQ(info.printfFormat, printed) << written;
-            EXPECT_EQ(info.valueBytes, bytesOf(reads)) << written;
-            bool isUnsigned = column.kind == Info::UNSIGNED_INTEGER;
-            expectPrinting(reads, isUnsigned, written.substr(1), printed);
-            expectPrinting(reads, isUnsigned, "-12" + written.substr(1) + "|",
-                           "%-12" + printed.substr(1) + "|");
         }
     }
 }
@@ -214,30 +144,22 @@ TEST(InsertFormat, FormatsThatReadOrWriteElsewhereAreRefused) {
     }
 }
 
-// Literal text, "%%" and line feeds around the conversion are ordinary printf.
+// Literal text, "%%" and line feeds around the conversion are ordinary printf;
+// the insert is cut as a whole.
 TEST(InsertFormat, LiteralTextAroundTheConversionIsPrinted) {
-    const std::string tail(300, 't');
-    const struct {
-        std::string text;
-        const char* value;
-        std::string printed;  // the format snprintf is handed
-    } cases[] = {{"%1!s%%!", "a", "%s%%"},
-                 {"<%1!s and %%s!>", "b", "%s and %%s"},
-                 {"[%1!-6s|!]", "ab", "%-6s|"},
-                 {"%1!ls\nnext!", "w", "%s\nnext"},
-                 {"%1!s" + tail + "!", "v", "%s" + tail},
-                 {"%1!%" + tail + "%s" + tail + tail + tail + "!", "v",
-                  "%%" + tail + "%s" + tail + tail + tail}};
+    const std::string tail(300, 't'), four = tail + tail + tail + tail;
+    const std::pair<std::string, std::string> cases[] = {
+        {"%1!s%%!", "v%"},
+        {"<%1!s and %%s!>", "<v and %s>"},
+        {"[%1!-6s|!]", "[v     |]"},
+        {"%1!ls\nnext!", "v\nnext"},
+        {"%1!s" + tail + "!", "v" + tail},
+        {"%1!%" + tail + "%s" + four + "!", "%" + tail + "v" + four}};
     for (const auto& c : cases) {
-        const char* value = c.value;
-        std::string around = c.text.substr(0, c.text.find('%'));
-        EXPECT_EQ(formatArray(c.text.c_str(), {const_cast<char*>(value)}).text,
-                  around + snprintfOf(c.printed, value, 999) + c.text.substr(c.text.rfind('!') + 1))
-            << c.text;
-        EXPECT_EQ(
-            formatList(c.text.c_str(), 0, value).text,
-            around + snprintfOf(c.printed, value, 1000) + c.text.substr(c.text.rfind('!') + 1))
-            << c.text;
+        EXPECT_EQ(formatArray(c.first.c_str(), {const_cast<char*>("v")}).text,
+                  c.second.substr(0, 999))
+            << c.first;
+        EXPECT_EQ(formatList(c.first.c_str(), 0, "v").text, c.second.substr(0, 1000)) << c.first;
     }
 }
 
@@ -254,26 +176,23 @@ TEST(InsertFormat, AFormatWithoutConversionReadsNoArgument) {
 // print as snprintf prints them, cut to the insert's limit.
 TEST(InsertFormat, FieldsOfAnySizePrintAsSnprintf) {
     const char* formats[] = {"%20000d",       "%-20000d",       "%020000d",       "%+.20000d",
-                             "%#.20000x",     "%30000.20000i",  "%-30000.20000o", "%20000c]",
+                             "%#.20000x",     "%20500.20000i",  "%-30000.20000o", "%20000c]",
                              "%%%20000u%%",   "%.20000f",       "%020000.3f",     "%#.20000g",
                              "%.20000g",      "%-20000.20000e", "%.20000a",       "%20000p",
                              "%.20000p",      "%20000s",        "%-20000s",       "%.20000s",
-                             "%30000.25000s", "%020000s"};
+                             "%25500.25000s", "%020000s"};
     std::string longText(30000, 'q');
     longText[5] = 'r';
+    char* texts[] = {&longText[0], nullptr};
     for (const char* format : formats) {
         std::string body = std::string(format).substr(1);
-        char conversion = body.back() == ']' ? 'c' : body.back() == '%' ? 'u' : body.back();
-        if (std::strchr("diouxc", conversion) != nullptr) {
-            for (long value : {0L, 7L, -123L}) {
-                expectBothPaths<int>(body, format, asElement(value), int(value), int(value));
-            }
-        } else if (conversion == 's' || conversion == 'p') {
-            char* text = const_cast<char*>(longText.c_str());
-            expectBothPaths<char*>(body, format, text, text, text);
-            expectBothPaths<char*>(body, format, nullptr, nullptr, nullptr);
+        Info::Kind kind = MessageModule::describeInsertFormat(format).kind;
+        if (kind == Info::TEXT || kind == Info::POINTER) {
+            for (char* text : texts) expectBothPaths(body, format, text, text);
+        } else if (kind == Info::FLOATING) {
+            expectBothPaths(body, format, asElement(-5), -5.0 / 3);
         } else {
-            expectBothPaths<double>(body, format, asElement(-5), -5.0, -5.0 / 3);
+            for (int value : {0, 7, -123}) expectBothPaths(body, format, asElement(value), value);
         }
     }
     EXPECT_EQ(formatList("%1!.17000Le!", 0, 1e-4940L).text,
@@ -309,7 +228,8 @@ TEST(InsertFormat, WideSpellingsReadNothingBeyondANarrowArgument) {
     }
 }
 
-// The scan of findInserts is the formatter's: the same inserts, the same failures.
+// findInserts reads the inserts as the formatter does; its failures are in
+// the scan tests.
 TEST(InsertFormat, FindInsertsReadsTheTextAsTheFormatterDoes) {
     std::string listed;
     for (const InsertUse& use :
@@ -318,15 +238,6 @@ TEST(InsertFormat, FindInsertsReadsTheTextAsTheFormatterDoes) {
                   use.info.printfFormat + " ";
     }
     EXPECT_EQ(listed, "1%s/5%s 3%-5ls/5%-5s 4%n/7 5%%/0%% 199%s/5%s 10%/7 ");
-    for (const char* text : {"%1000", "%200", "50%", "ab %1!d"}) {
-        std::string failure;
-        try {
-            MessageModule::findInserts(text);
-        } catch (MessageModuleException& error) {
-            failure = error.msg;
-        }
-        EXPECT_EQ(failure + "\n", formatArray(text, {asElement(1)}).printed) << text;
-    }
 }
 
 }  // namespace

@@ -67,6 +67,7 @@ TEST(InsertScan, LongInsertsAreCutToTheirLimit) {
     EXPECT_EQ(formatList("%2!-1200d!", 0, 0, 7).text, "7" + std::string(999, ' '));
 }
 
+// findInserts runs the same scan and fails with the same texts.
 TEST(InsertScan, EachScanFailureHasItsText) {
     std::string longMessage = std::string(6000, 'm') + "%";
     const std::vector<std::pair<std::string, std::string>> cases = {
@@ -79,7 +80,15 @@ TEST(InsertScan, EachScanFailureHasItsText) {
         {longMessage, ("Invalid message string: " + longMessage).substr(0, 4999)},
     };
     std::vector<char*> values(199, text("v"));
-    for (const auto& c : cases) expectFailure(formatArray(c.first.c_str(), values), c.second);
+    for (const auto& c : cases) {
+        expectFailure(formatArray(c.first.c_str(), values), c.second);
+        try {
+            MessageModule::findInserts(c.first);
+            ADD_FAILURE() << "findInserts accepted " << c.first;
+        } catch (MessageModuleException& error) {
+            EXPECT_EQ(error.msg, c.second);
+        }
+    }
     EXPECT_EQ(formatArray("%199", values).text, "v");
 }
 
@@ -88,19 +97,14 @@ TEST(InsertScan, EachScanFailureHasItsText) {
 TEST(InsertScan, PlainDecimalsMatchSnprintf) {
     for (long long value : {0LL, -1LL, 42LL, 2147483647LL, -2147483647LL - 1, 4294967295LL,
                             9223372036854775807LL, -9223372036854775807LL - 1}) {
-        char expected[4][32];
-        snprintf(expected[0], 32, "%d", static_cast<int>(value));
-        snprintf(expected[1], 32, "%u", static_cast<unsigned>(value));
-        snprintf(expected[2], 32, "%ld", static_cast<long>(value));
-        snprintf(expected[3], 32, "%lld", value);
-        std::string list = formatList("%2!d! %3!u! %4!ld! %5!lli!", 0, 0, static_cast<int>(value),
-                                      static_cast<unsigned>(value), static_cast<long>(value), value)
-                               .text;
-        EXPECT_EQ(list, std::string(expected[0]) + " " + expected[1] + " " + expected[2] + " " +
-                            expected[3]);
-        char* element = asElement(static_cast<long>(value));
-        EXPECT_EQ(formatArray("%1!i! %1!ld!", {element}).text,
-                  std::string(expected[0]) + " " + expected[2]);
+        int i = static_cast<int>(value);
+        long l = static_cast<long>(value);
+        char expected[96];
+        snprintf(expected, sizeof expected, "%d %u %ld %lld", i, unsigned(i), l, value);
+        EXPECT_EQ(formatList("%2!d! %3!u! %4!ld! %5!lli!", 0, 0, i, unsigned(i), l, value).text,
+                  expected);
+        snprintf(expected, sizeof expected, "%d %ld", i, l);
+        EXPECT_EQ(formatArray("%1!i! %1!ld!", {asElement(l)}).text, expected);
     }
     EXPECT_EQ(formatArray("%1!s!", {nullptr}).text, "(null)");
     EXPECT_EQ(formatList("%1", 0, static_cast<char*>(nullptr), "next").text, "(null)");
