@@ -4,12 +4,15 @@
 // goes into the process-wide store and stays there for the life of the
 // process. Messages are then formatted with `MessageModule::formatMessage`
 // (the calling conventions of the Windows FormatMessage function) or looked up
-// with `TQ_LangLookup` / `TQ_CompoundLangLookup`.
+// with `TQ_LangLookup` / `TQ_CompoundLangLookup`. Programs that handle message
+// texts themselves ask `MessageModule::describeInsertFormat` and
+// `MessageModule::findInserts` how the formatter reads their inserts.
 //
 // Conventions of the formatter and the lookup functions:
 //  1. No exception of the library's two types escapes them.
-//  2. A failure writes one line (the failure text) to std::cout, sets the
-//     caller's buffer pointer to null and returns -1.
+//  2. A failure writes one line (the failure text and its line end, in one
+//     write) to std::cout, sets the caller's buffer pointer to null and
+//     returns -1.
 //  3. A buffer allocated for the caller comes from new[]; release it with delete[].
 //  4. Message and language identifiers are normalised to 32-bit signed values.
 //

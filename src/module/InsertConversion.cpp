@@ -114,33 +114,81 @@ const char* const UNKNOWN_CONVERSION = "it is not a printf conversion";
 const char* const LENGTH_MISMATCH = "the length modifier does not fit the conversion";
 const char* const SECOND_CONVERSION = "it holds more than one conversion";
 
-const ConversionCharacter* findConversion(char c) {
-    for (const ConversionCharacter& conversion : CONVERSIONS) {
-        if (conversion.written == c) return &conversion;
-    }
-    return nullptr;
-}
+const int CLASS_COUNT = static_cast<int>(ConversionClass::Refused);
+const int MAX_MODIFIERS = 16;
 
-// The longest length modifier of the table that starts at `at`, or "".
-const char* longestModifier(const char* at, const char* end) {
-    const char* longest = "";
-    std::size_t longestLength = 0;
-    for (const LengthRule& rule : LENGTH_RULES) {
-        std::size_t length = std::strlen(rule.written);
-        if (length > longestLength && length <= static_cast<std::size_t>(end - at) &&
-            std::memcmp(at, rule.written, length) == 0) {
-            longest = rule.written;
-            longestLength = length;
+// A length modifier of the table with its rule for each class (null: refused).
+struct Modifier {
+    const char* spelling = "";
+    std::size_t length = 0;
+    const LengthRule* rules[CLASS_COUNT] = {};
+};
+
+// The tables above indexed, built once, so that a classification looks each
+// character up once instead of searching the tables.
+class TableIndex {
+public:
+    TableIndex() {
+        for (const char* flag = FLAGS; *flag != 0; ++flag) isFlag_[byte(*flag)] = true;
+        for (const ConversionCharacter& conversion : CONVERSIONS) {
+            conversions_[byte(conversion.written)] = &conversion;
+        }
+        modifier("");  // first: what longestModifier gives when there is none
+        for (const LengthRule& rule : LENGTH_RULES) {
+            modifier(rule.written).rules[static_cast<int>(rule.applies)] = &rule;
         }
     }
-    return longest;
-}
 
-const LengthRule* findRule(const char* modifier, ConversionClass kind) {
-    for (const LengthRule& rule : LENGTH_RULES) {
-        if (rule.applies == kind && std::strcmp(rule.written, modifier) == 0) return &rule;
+    bool isFlag(char c) const { return isFlag_[byte(c)]; }
+    const ConversionCharacter* conversion(char c) const { return conversions_[byte(c)]; }
+
+    // The longest modifier of the table at the front of [at, end); the empty
+    // modifier when there is none.
+    const Modifier& longestModifier(const char* at, const char* end) const {
+        const Modifier* longest = &modifiers_[0];
+        if (at == end || !startsModifier_[byte(*at)]) return *longest;
+        for (int i = 1; i < modifierCount_; ++i) {
+            const Modifier& candidate = modifiers_[i];
+            if (candidate.length > longest->length && startsWith(at, end, candidate)) {
+                longest = &candidate;
+            }
+        }
+        return *longest;
     }
-    return nullptr;
+
+private:
+    static unsigned char byte(char c) { return static_cast<unsigned char>(c); }
+
+    static bool startsWith(const char* at, const char* end, const Modifier& modifier) {
+        if (modifier.length > static_cast<std::size_t>(end - at)) return false;
+        for (std::size_t i = 0; i < modifier.length; ++i) {
+            if (at[i] != modifier.spelling[i]) return false;
+        }
+        return true;
+    }
+
+    // The entry of `spelling`, made on first use; the empty modifier is first.
+    Modifier& modifier(const char* spelling) {
+        for (int i = 0; i < modifierCount_; ++i) {
+            if (std::strcmp(modifiers_[i].spelling, spelling) == 0) return modifiers_[i];
+        }
+        Modifier& added = modifiers_[modifierCount_++];
+        added.spelling = spelling;
+        added.length = std::strlen(spelling);
+        if (added.length != 0) startsModifier_[byte(spelling[0])] = true;
+        return added;
+    }
+
+    bool isFlag_[256] = {};
+    bool startsModifier_[256] = {};
+    const ConversionCharacter* conversions_[256] = {};
+    Modifier modifiers_[MAX_MODIFIERS];
+    int modifierCount_ = 0;
+};
+
+const TableIndex& tableIndex() {
+    static const TableIndex index;
+    return index;
 }
 
 InsertValueType unsignedTwin(InsertValueType type) {
@@ -155,8 +203,10 @@ InsertValueType unsignedTwin(InsertValueType type) {
             return InsertValueType::UIntMax;
         case InsertValueType::SignedSize:
             return InsertValueType::Size;
+        case InsertValueType::PtrDiff:
+            return InsertValueType::UPtrDiff;
         default:
-            return type;  // ptrdiff_t has no unsigned twin; printf reads it as it is
+            return type;
     }
 }
 
@@ -171,9 +221,10 @@ public:
     // Reads the conversion whose "%" is at `begin`; returns where it ends.
     // Sets `result_.refusal` when it is refused.
     std::size_t read(std::size_t begin) {
+        const TableIndex& index = tableIndex();
         at_ = format_ + begin + 1;
-        result_.specBegin = begin;
-        while (at_ != end_ && std::strchr(FLAGS, *at_) != nullptr) ++at_;
+        result_.conversionBegin = begin;
+        while (at_ != end_ && index.isFlag(*at_)) ++at_;
         result_.flagsEnd = position();
         if (!readField(result_.width)) return position();
         if (at_ != end_ && *at_ == '$') return refuse(POSITIONAL);
@@ -183,12 +234,12 @@ public:
             if (result_.precision == NO_FIELD) result_.precision = 0;  // "." alone is 0
         }
         result_.spellingBegin = position();
-        const char* modifier = longestModifier(at_, end_);
-        at_ += std::strlen(modifier);
+        const Modifier& modifier = index.longestModifier(at_, end_);
+        at_ += modifier.length;
         if (at_ == end_) return refuse(NO_CONVERSION);
         readConversion(modifier, *at_++);
-        result_.specEnd = position();
-        return result_.specEnd;
+        result_.conversionEnd = position();
+        return result_.conversionEnd;
     }
 
 private:
@@ -219,10 +270,10 @@ private:
         return true;
     }
 
-    void readConversion(const char* modifier, char written) {
-        const ConversionCharacter* conversion = findConversion(written);
+    void readConversion(const Modifier& modifier, char written) {
+        const ConversionCharacter* conversion = tableIndex().conversion(written);
         if (conversion == nullptr) {
-            bool localeDigits = modifier[0] == 'I' && isDigit(written);
+            bool localeDigits = modifier.spelling[0] == 'I' && isDigit(written);
             result_.refusal = localeDigits ? LOCALE_DIGITS : UNKNOWN_CONVERSION;
             return;
         }
@@ -230,7 +281,7 @@ private:
             result_.refusal = conversion->refusal;
             return;
         }
-        const LengthRule* rule = findRule(modifier, conversion->kind);
+        const LengthRule* rule = modifier.rules[static_cast<int>(conversion->kind)];
         if (rule == nullptr) {
             result_.refusal = LENGTH_MISMATCH;
             return;
@@ -250,41 +301,40 @@ private:
 
 bool InsertConversion::printedAsWritten(const char* format) const {
     if (type == InsertValueType::None) return true;
-    std::size_t modifierLength = std::strlen(printedModifier);
-    return specEnd - spellingBegin == modifierLength + 1 &&
+    std::size_t modifierLength = printedModifier[0] == 0 ? 0 : std::strlen(printedModifier);
+    return conversionEnd - spellingBegin == modifierLength + 1 &&
            std::memcmp(format + spellingBegin, printedModifier, modifierLength) == 0 &&
-           format[specEnd - 1] == conversion;
+           format[conversionEnd - 1] == conversion;
 }
 
+// Formats are short: plain loops cost less here than calls of strnlen and memchr.
 void classifyInsertFormat(const char* format, std::size_t length, InsertConversion& conversion) {
     conversion = InsertConversion();
-    length = strnlen(format, length);
-    conversion.length = length;
-    if (length <= 1) {
+    std::size_t visible = 0;
+    while (visible < length && format[visible] != '\0') ++visible;
+    conversion.length = visible;
+    if (visible <= 1) {
         conversion.refusal = EMPTY_FORMAT;
         return;
     }
-    ConversionReader reader(format, length, conversion);
+    ConversionReader reader(format, visible, conversion);
     bool found = false;
-    for (std::size_t at = 0; at < length;) {
-        const void* percent = std::memchr(format + at, '%', length - at);
-        if (percent == nullptr) break;
-        at = static_cast<std::size_t>(static_cast<const char*>(percent) - format);
-        if (at + 1 < length && format[at + 1] == '%') {
+    for (std::size_t at = 0; at < visible;) {
+        if (format[at] != '%') {
+            ++at;
+        } else if (at + 1 < visible && format[at + 1] == '%') {
             at += 2;  // a literal percent sign
-            continue;
-        }
-        if (at + 1 == length) {
+        } else if (at + 1 == visible) {
             conversion.refusal = NO_CONVERSION;
             return;
-        }
-        if (found) {
+        } else if (found) {
             conversion.refusal = SECOND_CONVERSION;
             return;
+        } else {
+            found = true;
+            at = reader.read(at);
+            if (conversion.refusal != nullptr) return;
         }
-        found = true;
-        at = reader.read(at);
-        if (conversion.refusal != nullptr) return;
     }
 }
 
@@ -293,6 +343,6 @@ std::string printfFormatOf(const char* format, const InsertConversion& conversio
     std::string printed(format, conversion.spellingBegin);
     printed += conversion.printedModifier;
     printed += conversion.conversion;
-    printed.append(format + conversion.specEnd, conversion.length - conversion.specEnd);
+    printed.append(format + conversion.conversionEnd, conversion.length - conversion.conversionEnd);
     return printed;
 }

@@ -25,7 +25,8 @@ enum class InsertValueType {
     UIntMax,     // j on o u x X b B
     SignedSize,  // z Z I on d i
     Size,        // z Z I on o u x X b B
-    PtrDiff,     // t
+    PtrDiff,     // t on d i
+    UPtrDiff,    // t on o u x X b B
     Double,      // e E f F g G a A, also with l
     LongDouble,  // the same with L
     Char,        // c C, also with h l w (an int)
@@ -42,10 +43,10 @@ struct InsertConversion {
     const char* refusal = nullptr;  // set when the format is refused: the reason
     InsertValueType type = InsertValueType::None;
     std::size_t length = 0;            // bytes of the format up to its first NUL
-    std::size_t specBegin = 0;         // the conversion: its "%" ...
+    std::size_t conversionBegin = 0;   // the conversion: its "%" ...
     std::size_t flagsEnd = 0;          // ... its flags end here ...
     std::size_t spellingBegin = 0;     // ... its length modifier begins here ...
-    std::size_t specEnd = 0;           // ... and it ends after its conversion character
+    std::size_t conversionEnd = 0;     // ... and it ends after its conversion character
     long width = NO_FIELD;             // 0 to INT_MAX
     long precision = NO_FIELD;         // 0 to INT_MAX
     char conversion = 0;               // the conversion character snprintf is handed
@@ -56,7 +57,8 @@ struct InsertConversion {
     // True when the format is one conversion without flags, width or
     // precision and without literal text around it ("%d", "%lu", "%S").
     bool isBare() const {
-        return specBegin == 0 && flagsEnd == 1 && spellingBegin == 1 && specEnd == length;
+        return conversionBegin == 0 && flagsEnd == 1 && spellingBegin == 1 &&
+               conversionEnd == length;
     }
 };
 

@@ -169,6 +169,8 @@ InsertText readAndPrint(const Source& source, const PrintTarget& target) {
             return printAs<std::size_t>(source, target);
         case InsertValueType::PtrDiff:
             return printAs<std::ptrdiff_t>(source, target);
+        case InsertValueType::UPtrDiff:
+            return printAs<std::make_unsigned<std::ptrdiff_t>::type>(source, target);
         case InsertValueType::Double:
             return printAs<double>(source, target);
         case InsertValueType::LongDouble:
@@ -187,6 +189,20 @@ InsertText readAndPrint(const Source& source, const PrintTarget& target) {
     return InsertText{target.buffer, strnlen(target.buffer, length)};
 }
 
+// The classification of `format`: made into `storage`, or for "%s", the
+// format of every insert written without one, the one made once.
+const InsertConversion& classification(const char* format, std::size_t length,
+                                       InsertConversion& storage) {
+    static const InsertConversion plainText = [] {
+        InsertConversion conversion;
+        classifyInsertFormat("%s", 2, conversion);
+        return conversion;
+    }();
+    if (length == 2 && format[0] == '%' && format[1] == 's') return plainText;
+    classifyInsertFormat(format, length, storage);
+    return storage;
+}
+
 }  // namespace
 
 void checkInsertNumber(int number) {
@@ -203,8 +219,8 @@ void checkInsertNumber(int number) {
 InsertText formatInsert(int argIndex, const char* format, std::size_t formatLength,
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]) {
     checkInsertNumber(argIndex);
-    InsertConversion conversion;
-    classifyInsertFormat(format, formatLength, conversion);
+    InsertConversion storage;
+    const InsertConversion& conversion = classification(format, formatLength, storage);
     if (conversion.refusal != nullptr) {
         throw moduleFailure("Insert %%%d has an unsupported format \"%s\": %s", argIndex, format,
                             conversion.refusal);

@@ -25,6 +25,7 @@ InsertFormatInfo::Kind kindOf(InsertValueType type) {
         case InsertValueType::ULongLong:
         case InsertValueType::UIntMax:
         case InsertValueType::Size:
+        case InsertValueType::UPtrDiff:
             return InsertFormatInfo::UNSIGNED_INTEGER;
         case InsertValueType::Char:
             return InsertFormatInfo::CHARACTER;
@@ -61,6 +62,7 @@ int bytesOf(InsertValueType type) {
         case InsertValueType::Size:
             return sizeof(size_t);
         case InsertValueType::PtrDiff:
+        case InsertValueType::UPtrDiff:
             return sizeof(ptrdiff_t);
         case InsertValueType::Double:
             return sizeof(double);

@@ -62,22 +62,23 @@ void appendLiteral(BoundedText& out, const char* begin, const char* end) {
 
 // The conversion of `format` with the given width (NO_FIELD: none) and its
 // precision cut to LARGEST_DIRECT_FIELD.
-std::string boundedSpec(const char* format, const InsertConversion& conversion, long width) {
-    std::string spec(format + conversion.specBegin, conversion.flagsEnd - conversion.specBegin);
-    if (width != NO_FIELD) spec += std::to_string(width);
+std::string boundedConversion(const char* format, const InsertConversion& conversion, long width) {
+    std::string text(format + conversion.conversionBegin,
+                     conversion.flagsEnd - conversion.conversionBegin);
+    if (width != NO_FIELD) text += std::to_string(width);
     if (conversion.precision != NO_FIELD) {
-        spec += '.';
-        spec += std::to_string(std::min(conversion.precision, LARGEST_DIRECT_FIELD));
+        text += '.';
+        text += std::to_string(std::min(conversion.precision, LARGEST_DIRECT_FIELD));
     }
-    spec += conversion.printedModifier;
-    spec += conversion.conversion;
-    return spec;
+    text += conversion.printedModifier;
+    text += conversion.conversion;
+    return text;
 }
 
-int printWindow(const PrintableValue& value, char (&window)[WINDOW], const std::string& spec) {
-    int length = value.print(value.value, window, sizeof window, spec.c_str());
+int printWindow(const PrintableValue& value, char (&window)[WINDOW], const std::string& text) {
+    int length = value.print(value.value, window, sizeof window, text.c_str());
     if (length < 0)
-        throw moduleFailure("The insert format \"%s\" cannot be formatted", spec.c_str());
+        throw moduleFailure("The insert format \"%s\" cannot be formatted", text.c_str());
     return length;
 }
 
@@ -102,7 +103,7 @@ unsigned long long bodyLength(const InsertConversion& conversion, const Printabl
 void appendField(BoundedText& out, const char* format, const InsertConversion& conversion,
                  const PrintableValue& value) {
     char body[WINDOW];
-    int printed = printWindow(value, body, boundedSpec(format, conversion, NO_FIELD));
+    int printed = printWindow(value, body, boundedConversion(format, conversion, NO_FIELD));
     std::size_t visible = std::min(static_cast<std::size_t>(printed), WINDOW - 1);
     unsigned long long length = bodyLength(conversion, value, printed);
     if (conversion.width == NO_FIELD ||
@@ -113,7 +114,8 @@ void appendField(BoundedText& out, const char* format, const InsertConversion& c
     // One character of padding shows where the padding goes: the first
     // position at which the padded body differs from the body.
     char padded[WINDOW];
-    int paddedLength = printWindow(value, padded, boundedSpec(format, conversion, printed + 1));
+    int paddedLength =
+        printWindow(value, padded, boundedConversion(format, conversion, printed + 1));
     std::size_t paddedVisible = std::min(static_cast<std::size_t>(paddedLength), WINDOW - 1);
     std::size_t at = 0;
     while (at < visible && at < paddedVisible && body[at] == padded[at]) ++at;
@@ -131,8 +133,8 @@ void appendField(BoundedText& out, const char* format, const InsertConversion& c
 std::size_t printBounded(const char* format, const InsertConversion& conversion,
                          const PrintableValue& value, std::size_t limit, char* buffer) {
     BoundedText out(buffer, std::min(limit, WINDOW) - 1);
-    appendLiteral(out, format, format + conversion.specBegin);
+    appendLiteral(out, format, format + conversion.conversionBegin);
     if (conversion.type != InsertValueType::None) appendField(out, format, conversion, value);
-    appendLiteral(out, format + conversion.specEnd, format + conversion.length);
+    appendLiteral(out, format + conversion.conversionEnd, format + conversion.length);
     return out.finish();
 }

@@ -1,6 +1,11 @@
 // formatMessage: text sources, flags, delivery and the failure boundary.
 
+#include <fcntl.h>
+
 #include <cstring>
+#include <fstream>
+#include <map>
+#include <thread>
 
 #include "FormatTestSupport.h"
 
@@ -72,6 +77,38 @@ TEST(FormatMessage, EachFailurePrintsItsLineAndNullsTheBuffer) {
                       std::string("formatMessage(): dwFlags = ") + source.second +
                           " : function parameter lpSource is NULL.");
     }
+}
+
+// Failure lines once came out merged when threads failed at once: the text
+// and its line end were written by separate calls.
+TEST(FormatMessage, FailureLinesOfConcurrentCallsStayWhole) {
+    inFreshProcess([&] {
+        const int threads = 8, failures = 5000;
+        TempFile output("failures.txt", "");
+        std::fflush(stdout);
+        int savedOutput = dup(1), file = open(output.path().c_str(), O_WRONLY);
+        dup2(file, 1);
+        std::vector<std::thread> workers;
+        for (int t = 1; t <= threads; ++t) {
+            workers.emplace_back([t] {
+                char buffer[8];
+                for (int i = 0; i < failures; ++i) TQ_LangLookup(t, 0x407, buffer, sizeof buffer);
+            });
+        }
+        for (std::thread& worker : workers) worker.join();
+        std::fflush(stdout);
+        dup2(savedOutput, 1);
+        close(file);
+        close(savedOutput);
+        std::map<std::string, int> lines, expected;
+        std::ifstream in(output.path());
+        for (std::string line; std::getline(in, line);) ++lines[line];
+        for (int t = 1; t <= threads; ++t) {
+            expected["Message with langId=0x407, msgId=0x" + std::to_string(t) + " not found"] =
+                failures;
+        }
+        EXPECT_EQ(lines, expected);
+    });
 }
 
 const char* const DISK_FILE =
