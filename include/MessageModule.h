@@ -53,6 +53,8 @@ struct TQMSG_API InsertFormatInfo {
     Kind kind = REFUSED;
     int valueBytes = 0;        // bytes of the value read on this build (sizeof(int) for %d,
                                // sizeof(long) for %ld, 8 for %lld); 0 for NO_VALUE and REFUSED
+    int widestValueBytes = 0;  // the same on whichever of i386 and x86-64 reads more (8 for
+                               // %ld on both builds), for callers that must agree on both
     std::string printfFormat;  // what is handed to snprintf: wide/Windows spellings mapped
     std::string refusal;       // REFUSED: the reason, in words
 };

@@ -20,26 +20,9 @@ struct ArgumentNeed {
     std::string floating;      // a floating conversion
 };
 
-// The length modifier of the one conversion of a printf format ("%-8lx" gives
-// "l"); the classifier hands out the C library's spellings only.
-std::string lengthModifier(const std::string& format) {
-    size_t at = format.find('%');
-    while (at != std::string::npos && format.compare(at, 2, "%%") == 0) {
-        at = format.find('%', at + 2);
-    }
-    if (at == std::string::npos) return "";
-    size_t start = format.find_first_not_of("-+ #0'123456789.", at + 1);
-    if (start == std::string::npos) return "";
-    size_t end = format.find_first_not_of("hljzt", start);
-    return format.substr(start, end == std::string::npos ? std::string::npos : end - start);
-}
-
-// True when the conversion reads more than 32 bits on i386 or on x86-64: the
-// value size of this build, or a modifier that is 64 bits wide on x86-64.
-bool readsMoreThan32Bits(const InsertFormatInfo& info) {
-    if (info.valueBytes > 4) return true;
-    return lengthModifier(info.printfFormat).find_first_of("ljzt") != std::string::npos;
-}
+// True when the conversion reads more than 32 bits on i386 or on x86-64, so
+// that the bits above an argument's 32 show in what it prints.
+bool readsMoreThan32Bits(const InsertFormatInfo& info) { return info.widestValueBytes > 4; }
 
 std::string insertName(const InsertUse& use) { return "%" + std::to_string(use.number); }
 
@@ -80,11 +63,6 @@ void checkOneType(int number, const ArgumentNeed& need, const std::string& messa
                              "\") and as a number (\"" + need.number +
                              "\"); the tool can pass only one of them"};
     }
-    if (!need.signedWide.empty() && !need.unsignedWide.empty()) {
-        throw CommandFailure{argument + " would be needed as a signed (\"" + need.signedWide +
-                             "\") and as an unsigned (\"" + need.unsignedWide +
-                             "\") number of more than 32 bits; the tool can pass only one of them"};
-    }
 }
 
 // The array element of a number argument.
@@ -100,7 +78,15 @@ char* numberElement(int number, const std::string& argument, const ArgumentNeed&
         throw UsageError{which + " must be an integer" + why};
     }
     // The bits above the 32 are the sign for a signed reader of more than 32
-    // bits and zero otherwise; narrower readers never see them.
+    // bits and zero otherwise; narrower readers never see them. A value with
+    // its top bit set reads differently as signed and as unsigned there, so
+    // one element cannot serve readers of both kinds.
+    bool topBitSet = (static_cast<uint32_t>(value) & 0x80000000u) != 0;
+    if (topBitSet && !need.signedWide.empty() && !need.unsignedWide.empty()) {
+        throw CommandFailure{which + " would be needed as a signed (\"" + need.signedWide +
+                             "\") and as an unsigned (\"" + need.unsignedWide +
+                             "\") number of more than 32 bits; the tool can pass only one of them"};
+    }
     intptr_t raw = need.signedWide.empty() ? static_cast<intptr_t>(static_cast<uint32_t>(value))
                                            : static_cast<intptr_t>(static_cast<int32_t>(value));
     return reinterpret_cast<char*>(raw);

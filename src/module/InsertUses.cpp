@@ -76,6 +76,26 @@ int bytesOf(InsertValueType type) {
     return 0;
 }
 
+// The size of that value on whichever of i386 and x86-64 reads more of it:
+// the types that follow the pointer size are 8 bytes there.
+int widestBytesOf(InsertValueType type) {
+    switch (type) {
+        case InsertValueType::Long:
+        case InsertValueType::ULong:
+        case InsertValueType::SignedSize:
+        case InsertValueType::Size:
+        case InsertValueType::PtrDiff:
+        case InsertValueType::UPtrDiff:
+        case InsertValueType::Text:
+        case InsertValueType::Pointer:
+            return 8;
+        case InsertValueType::LongDouble:
+            return 16;
+        default:
+            return bytesOf(type);
+    }
+}
+
 InsertFormatInfo describe(const char* format, std::size_t length) {
     InsertConversion conversion;
     classifyInsertFormat(format, length, conversion);
@@ -86,6 +106,7 @@ InsertFormatInfo describe(const char* format, std::size_t length) {
     }
     info.kind = kindOf(conversion.type);
     info.valueBytes = bytesOf(conversion.type);
+    info.widestValueBytes = widestBytesOf(conversion.type);
     info.printfFormat = printfFormatOf(format, conversion);
     return info;
 }

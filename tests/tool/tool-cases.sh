@@ -327,8 +327,10 @@ FLOATING 2.5 1|2|argument 1 ("2.5") must be an integer: the formatter gives "%.1
 UNSIGNED ten|2|argument 1 ("ten") must be an integer for "%lu"
 NOVALUE x|2|NOVALUE uses insert %2 but 1 argument(s) were given
 MIXED 5|1|argument 1 of MIXED would be needed as a text ("%s") and as a number ("%d")
-WIDE_BOTH 5|1|as a signed ("%ld") and as an unsigned ("%lu") number of more than 32 bits
-FLOATING_BOTH 5|1|as a signed ("%f") and as an unsigned ("%lx") number of more than 32 bits
+WIDE_BOTH 5|0|5 5
+WIDE_BOTH -1|1|as a signed ("%ld") and as an unsigned ("%lu") number of more than 32 bits
+FLOATING_BOTH 255|0|255.000000 ff
+FLOATING_BOTH -3|1|as a signed ("%f") and as an unsigned ("%lx") number of more than 32 bits
 POINTER 1|1|insert %1 of POINTER ("%p") prints a pointer, which the tool cannot supply
 STAR 1|1|insert %1 of STAR ("%*d") cannot be formatted: a '*' width or precision
 DIGITS 1|1|Arg Index: 100.., is too big must not be more than 3 digits
