@@ -1,0 +1,119 @@
+// The file lines of one message text (see MessageFileWriter.h).
+//
+// Each logical line becomes a body and a line-end:
+// - the reader trims both ends, so a body starting with white space gets a "%"
+//   before it ("% " formats as the blank), and a body ending in white space, or
+//   an empty one, is closed by "%0" so nothing trails it;
+// - the reader drops ";" lines and ends the text at ".": "%;" and "%." format
+//   as the character alone;
+// - the line feed between two file lines is the logical line break; where the
+//   body had to be closed by "%0", which swallows that line feed, "%n" is put
+//   before it, and the last line's break is an explicit "%n";
+// - the first line must not hold a header keyword: a "%" inside the word
+//   formats as nothing and hides it;
+// - a line longer than the reader's buffer is cut at unit boundaries into
+//   pieces joined by "%0" and the line feed it swallows.
+#include <cstring>
+
+#include "MessageFileWriter.h"
+#include "MessageTable.h"
+#include "TextUnits.h"
+
+namespace {
+
+// Header keywords with the offset at which a "%" breaks each: before a letter
+// that is no escape ("lan%guage" formats as "language").
+struct KeywordBreak {
+    const char* keyword;
+    size_t offset;
+};
+
+const KeywordBreak* keywordBreaks() {
+    static const KeywordBreak breaks[] = {
+        {MessageTable::MESSAGE_FACILITY, 2},      {MessageTable::MESSAGE_SEVERITY, 2},
+        {MessageTable::MESSAGE_LANGUAGE, 3},      {MessageTable::MESSAGE_OUTPUT_BASE, 3},
+        {MessageTable::MESSAGE_SYMBOLIC_NAME, 5}, {nullptr, 0}};
+    return breaks;
+}
+
+std::string lowerCase(const std::string& text) {
+    std::string lower = text;
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
+}
+
+// `line` with a "%" inside every header keyword it holds.
+std::string breakHeaderKeywords(std::string line) {
+    for (bool changed = true; changed;) {
+        changed = false;
+        std::string lower = lowerCase(line);
+        for (const KeywordBreak* k = keywordBreaks(); k->keyword; ++k) {
+            size_t at = lower.find(k->keyword);
+            if (at == std::string::npos) continue;
+            line.insert(at + k->offset, "%");
+            changed = true;
+            break;
+        }
+    }
+    return line;
+}
+
+// `piece` made safe as the start of a file line: not trimmed, not a comment,
+// not the end marker.
+std::string escapeLineStart(const std::string& piece) {
+    if (piece.empty()) return piece;
+    if (isBlankChar(piece[0]) || piece[0] == MessageTable::COMMENT_PREFIX[0]) return "%" + piece;
+    if (piece == MessageTable::MESSAGE_END_MARKER) return "%" + piece;
+    return piece;
+}
+
+// The file line for one logical line, before any splitting.
+std::string fileLine(std::string body, bool lineBreak, bool last) {
+    if (endsWithLonePercent(body)) body.pop_back();
+    bool open = body.empty() || isBlankChar(body.back());
+    std::string line = escapeLineStart(body);
+    if (open) return line + (lineBreak ? "%n%0" : "%0");
+    return line + (lineBreak && last ? "%n" : "");
+}
+
+// Cuts `line` into file lines of at most MAX_FILE_LINE characters.
+void appendSplit(const std::string& line, std::vector<std::string>& out) {
+    if (line.size() <= MAX_FILE_LINE) {
+        out.push_back(line);
+        return;
+    }
+    const size_t limit = MAX_FILE_LINE - 8;  // room for "%" before, "%0" after
+    size_t start = 0;
+    while (start < line.size()) {
+        size_t end = start;
+        while (end < line.size()) {
+            size_t next = unitEnd(line, end);
+            if (next - start > limit) break;
+            end = next;
+        }
+        if (end == start) throw UnwritableText("an insert longer than a file line");
+        std::string piece = line.substr(start, end - start);
+        if (start > 0) piece = escapeLineStart(piece);
+        if (end < line.size()) piece += "%0";
+        out.push_back(piece);
+        start = end;
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> writeTextLines(const std::vector<std::string>& lines,
+                                        bool finalLineBreak) {
+    std::vector<std::string> out;
+    out.reserve(lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+        bool last = i + 1 == lines.size();
+        bool lineBreak = !endsWithNoBreakEscape(lines[i]) && (!last || finalLineBreak);
+        std::string line = fileLine(lines[i], lineBreak, last);
+        if (i == 0) line = breakHeaderKeywords(line);
+        appendSplit(line, out);
+    }
+    return out;
+}
