@@ -35,6 +35,32 @@
 #define _FORMAT_MESSAGE_FROM_SYSTEM 0x1000      // refused
 #define _FORMAT_MESSAGE_ARGUMENT_ARRAY 0x2000   // Arguments is an array, not a va_list*
 
+// How the formatter reads the value of one insert format.
+struct TQMSG_API InsertFormatInfo {
+    enum Kind {
+        NO_VALUE,          // only literal text and "%%": no argument is read
+        SIGNED_INTEGER,    // d i
+        UNSIGNED_INTEGER,  // o u x X b B
+        CHARACTER,         // c C (an int)
+        FLOATING,          // e E f F g G a A (an array element gives its integer value)
+        TEXT,              // s S (a narrow text)
+        POINTER,           // p
+        REFUSED            // the formatter fails on it; see `refusal`
+    };
+    Kind kind = REFUSED;
+    int valueBytes = 0;        // bytes of the value read on this build (sizeof(int) for %d,
+                               // sizeof(long) for %ld, 8 for %lld); 0 for NO_VALUE and REFUSED
+    std::string printfFormat;  // what is handed to snprintf: wide/Windows spellings mapped
+    std::string refusal;       // REFUSED: the reason, in words
+};
+
+// One insert of a message text.
+struct TQMSG_API InsertUse {
+    int number = 0;      // 1 to 199
+    std::string format;  // "%" + the text between the two "!" marks, or "%s" without them
+    InsertFormatInfo info;
+};
+
 class TQMSG_API MessageModule {
 public:
     static MessageTableMap mtmap;        // registry: file name -> loaded table
@@ -74,6 +100,16 @@ public:
     // the width rule, updates `column` and returns the formatted text.
     static std::string substituteArg(std::ostringstream& out, int argIndex, std::string& format,
                                      int& column, int maxWidth, char** Arguments, char** argArray);
+
+    // Classifies one insert format ("%" + the text between an insert's two "!"
+    // marks) exactly as the formatter does. Never throws.
+    static InsertFormatInfo describeInsertFormat(const std::string& format);
+    // The inserts of `text` in order of appearance, read exactly as the formatter's
+    // scan reads them (escapes skipped). Throws MessageModuleException with the
+    // formatter's own text when the scan would fail (an insert number of four digits
+    // or above 199, a text ending in "%", an unclosed "!"). Refused formats are
+    // returned with kind REFUSED.
+    static std::vector<InsertUse> findInserts(const std::string& text);
 
     // The registry and the store; the same text whichever instance is asked.
     std::string toString();

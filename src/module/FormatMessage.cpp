@@ -6,9 +6,9 @@
 #include <string>
 
 #include "MessageModule.h"
-#include "maps/FailureText.h"
-#include "module/InsertScan.h"
+#include "module/ModuleFailure.h"
 #include "module/ResultText.h"
+#include "module/TextExpansion.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ unsigned long asUnsigned32(long value) {
 // Loads the file named by `lpSource` unless it is registered already.
 void loadNamedFile(char* lpSource) {
     if (lpSource == nullptr) {
-        throw MessageModuleException(
+        throw moduleFailure(
             "formatMessage(): dwFlags = _FORMAT_MESSAGE_FROM_HMODULE : function parameter "
             "lpSource is NULL.");
     }
@@ -40,7 +40,7 @@ void loadNamedFile(char* lpSource) {
 Text messageText(long dwFlags, char* lpSource, long dwMessageId, long dwLanguageId) {
     if (dwFlags & _FORMAT_MESSAGE_FROM_STRING) {
         if (lpSource == nullptr) {
-            throw MessageModuleException(
+            throw moduleFailure(
                 "formatMessage(): dwFlags = _FORMAT_MESSAGE_FROM_STRING : function parameter "
                 "lpSource is NULL.");
         }
@@ -49,10 +49,8 @@ Text messageText(long dwFlags, char* lpSource, long dwMessageId, long dwLanguage
     FormattableMessage* message = nullptr;
     MessageModule::mlmap.get(dwLanguageId, dwMessageId, message);
     if (message == nullptr) {
-        throw MessageModuleException(FailureText("Message with langId=0x%lx, msgId=0x%lx not found",
-                                                 asUnsigned32(dwLanguageId),
-                                                 asUnsigned32(dwMessageId))
-                                         .text);
+        throw moduleFailure("Message with langId=0x%lx, msgId=0x%lx not found",
+                            asUnsigned32(dwLanguageId), asUnsigned32(dwMessageId));
     }
     return Text{message->text.data(), message->text.size()};
 }
@@ -89,20 +87,23 @@ long formatAndDeliver(long dwFlags, char* lpSource, long dwMessageId, long dwLan
                       char** lpBuffer, long nSize, char** Arguments) {
     if (dwFlags & _FORMAT_MESSAGE_FROM_HMODULE) loadNamedFile(lpSource);
     if (dwFlags & _FORMAT_MESSAGE_FROM_SYSTEM) {
-        throw MessageModuleException(
-            "formatMessage(): dwFlags=_FORMAT_MESSAGE_FROM_SYSTEM is unsupported");
+        throw moduleFailure("formatMessage(): dwFlags=_FORMAT_MESSAGE_FROM_SYSTEM is unsupported");
     }
     char** argArray = (dwFlags & _FORMAT_MESSAGE_ARGUMENT_ARRAY) ? Arguments : nullptr;
     int maxWidth = static_cast<int>(dwFlags & _FORMAT_MESSAGE_MAX_WIDTH_MASK);
     Text text = messageText(dwFlags, lpSource, dwMessageId, dwLanguageId);
     if (dwFlags & _FORMAT_MESSAGE_IGNORE_INSERTS) return deliver(dwFlags, text, lpBuffer, nSize);
     ResultText result;
-    scanMessageText(text.data, text.length, maxWidth, Arguments, argArray, result);
+    expandMessageText(text.data, text.length, maxWidth, Arguments, argArray, result);
     return deliver(dwFlags, Text{result.data(), result.size()}, lpBuffer, nSize);
 }
 
+// The failure text and its line end go out in one write, so that the lines
+// of failures in several threads at once never run into each other.
 long reportFailure(const std::string& text, char** lpBuffer) {
-    std::cout << text << std::endl;
+    std::string line = text + '\n';
+    std::cout.write(line.data(), static_cast<std::streamsize>(line.size()));
+    std::cout.flush();
     *lpBuffer = nullptr;
     return -1;
 }

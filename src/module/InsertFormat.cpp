@@ -1,20 +1,21 @@
 // Formatting one insert value from an argument array or a variable list.
 //
-// The format has been checked to read exactly one value, and that value is
-// handed to snprintf as the type the conversion reads, so nothing is read
-// beyond it on any platform.
+// The classifier has checked that the format reads at most one value, and
+// that value is read as the type the conversion reads, then handed to
+// snprintf, so nothing is read beyond it on any platform.
 #include "module/InsertFormat.h"
 
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <cwchar>
+#include <string>
 #include <type_traits>
 
-#include "MessageModuleMaps.h"
-#include "maps/FailureText.h"
+#include "module/ArgumentListEnd.h"
 #include "module/InsertConversion.h"
+#include "module/ModuleFailure.h"
+#include "module/OversizedField.h"
 
 namespace {
 
@@ -54,69 +55,27 @@ struct ListValue {
 };
 
 template <typename T>
-int print(char* buffer, std::size_t limit, const char* format, T value) {
-    return std::snprintf(buffer, limit, format, value);
+int printValue(const void* value, char* buffer, std::size_t size, const char* format) {
+    return std::snprintf(buffer, size, format, *static_cast<const T*>(value));
 }
 
-template <typename Source>
-int printValue(char* buffer, std::size_t limit, const char* format, InsertValueType type,
-               const Source& source) {
-    typedef std::make_signed<std::size_t>::type SignedSize;
-    switch (type) {
-        case InsertValueType::Int:
-        case InsertValueType::Char:
-            return print(buffer, limit, format, source.template as<int>());
-        case InsertValueType::UInt:
-            return print(buffer, limit, format, source.template as<unsigned>());
-        case InsertValueType::Long:
-            return print(buffer, limit, format, source.template as<long>());
-        case InsertValueType::ULong:
-            return print(buffer, limit, format, source.template as<unsigned long>());
-        case InsertValueType::LongLong:
-            return print(buffer, limit, format, source.template as<long long>());
-        case InsertValueType::ULongLong:
-            return print(buffer, limit, format, source.template as<unsigned long long>());
-        case InsertValueType::IntMax:
-            return print(buffer, limit, format, source.template as<std::intmax_t>());
-        case InsertValueType::UIntMax:
-            return print(buffer, limit, format, source.template as<std::uintmax_t>());
-        case InsertValueType::SignedSize:
-            return print(buffer, limit, format, source.template as<SignedSize>());
-        case InsertValueType::Size:
-            return print(buffer, limit, format, source.template as<std::size_t>());
-        case InsertValueType::PtrDiff:
-            return print(buffer, limit, format, source.template as<std::ptrdiff_t>());
-        case InsertValueType::Double:
-            return print(buffer, limit, format, source.template as<double>());
-        case InsertValueType::LongDouble:
-            return print(buffer, limit, format, source.template as<long double>());
-        case InsertValueType::WideChar:
-            return print(buffer, limit, format, source.template as<std::wint_t>());
-        case InsertValueType::Text:
-            return print(buffer, limit, format, source.template as<const char*>());
-        case InsertValueType::WideText:
-            return print(buffer, limit, format, source.template as<const wchar_t*>());
-        case InsertValueType::Pointer:
-            return print(buffer, limit, format, source.template as<void*>());
+template <typename T>
+std::size_t textLength(const void* value, std::size_t most) {
+    if constexpr (std::is_same<T, const char*>::value) {
+        return strnlen(*static_cast<const T*>(value), most);
+    } else {
+        return most;
     }
-    return -1;
 }
 
-// "%d", "%i" or "%u", with no flag, width or precision and at most an l or ll
-// modifier: formatted here without going through snprintf.
-bool isBareDecimal(const char* format, std::size_t formatLength) {
-    if (formatLength < 2 || formatLength > 4) return false;
-    char conversion = format[formatLength - 1];
-    if (conversion != 'd' && conversion != 'i' && conversion != 'u') return false;
-    for (std::size_t i = 1; i + 1 < formatLength; ++i) {
-        if (format[i] != 'l') return false;
-    }
-    return true;
-}
-
-// Writes the decimal digits of `magnitude`, after a "-" when `negative`, to
-// `buffer` (NUL-terminated); the same text snprintf's "%d"/"%u" gives.
-InsertText writeDecimal(unsigned long long magnitude, bool negative, char* buffer) {
+// Writes the decimal digits of `value` to `buffer` (NUL-terminated); the
+// same text snprintf's "%d" or "%u" gives.
+template <typename T>
+InsertText writeDecimal(T value, char* buffer) {
+    // The magnitude in unsigned arithmetic, so the most negative value is exact.
+    unsigned long long magnitude = static_cast<unsigned long long>(value);
+    bool negative = value < 0;
+    if (negative) magnitude = 0 - magnitude;
     char digits[24];
     char* first = digits + sizeof digits;
     do {
@@ -130,100 +89,136 @@ InsertText writeDecimal(unsigned long long magnitude, bool negative, char* buffe
     return InsertText{buffer, length};
 }
 
+// "%d", "%i" or "%u" with at most an l or ll: what writeDecimal prints.
+bool isPlainDecimal(const InsertConversion& conversion) {
+    char c = conversion.conversion;
+    const char* modifier = conversion.printedModifier;
+    return conversion.isBare() && (c == 'd' || c == 'i' || c == 'u') &&
+           (modifier[0] == '\0' || modifier[0] == 'l');
+}
+
+// Where a value goes: the format, its classification, the insert's limit and
+// the buffer.
+struct PrintTarget {
+    const char* format;
+    const InsertConversion& conversion;
+    std::size_t limit;
+    char (&buffer)[INSERT_BUFFER_SIZE];
+};
+
+// Prints a value that has been read. A plain decimal is written directly and
+// a plain text is referenced in place, cut to the limit, instead of going
+// through snprintf.
+template <typename T>
+InsertText printRead(T value, const PrintTarget& target) {
+    const InsertConversion& conversion = target.conversion;
+    if constexpr (std::is_integral<T>::value) {
+        if (isPlainDecimal(conversion)) return writeDecimal(value, target.buffer);
+    }
+    if constexpr (std::is_same<T, const char*>::value) {
+        if (conversion.isBare() && value != nullptr) {
+            return InsertText{value, strnlen(value, target.limit - 1)};
+        }
+    }
+    PrintableValue printable{&value, printValue<T>, textLength<T>};
+    if (hasOversizedField(conversion)) {
+        printBounded(target.format, conversion, printable, target.limit, target.buffer);
+    } else if (conversion.printedAsWritten(target.format)) {
+        if (printValue<T>(&value, target.buffer, target.limit, target.format) < 0) {
+            throw moduleFailure("The insert format \"%s\" cannot be formatted", target.format);
+        }
+    } else {
+        std::string printed = printfFormatOf(target.format, conversion);
+        if (printValue<T>(&value, target.buffer, target.limit, printed.c_str()) < 0) {
+            throw moduleFailure("The insert format \"%s\" cannot be formatted", printed.c_str());
+        }
+    }
+    return InsertText{target.buffer, std::strlen(target.buffer)};
+}
+
+template <typename T, typename Source>
+InsertText printAs(const Source& source, const PrintTarget& target) {
+    return printRead(source.template as<T>(), target);
+}
+
+// Reads the value as the conversion's type and prints it.
 template <typename Source>
-InsertText formatBareDecimal(const Source& source, InsertValueType type, char* buffer) {
-    long long value = 0;
-    switch (type) {
+InsertText readAndPrint(const Source& source, const PrintTarget& target) {
+    typedef std::make_signed<std::size_t>::type SignedSize;
+    switch (target.conversion.type) {
+        case InsertValueType::Int:
+        case InsertValueType::Char:
+            return printAs<int>(source, target);
         case InsertValueType::UInt:
-            return writeDecimal(source.template as<unsigned>(), false, buffer);
-        case InsertValueType::ULong:
-            return writeDecimal(source.template as<unsigned long>(), false, buffer);
-        case InsertValueType::ULongLong:
-            return writeDecimal(source.template as<unsigned long long>(), false, buffer);
+            return printAs<unsigned>(source, target);
         case InsertValueType::Long:
-            value = source.template as<long>();
-            break;
+            return printAs<long>(source, target);
+        case InsertValueType::ULong:
+            return printAs<unsigned long>(source, target);
         case InsertValueType::LongLong:
-            value = source.template as<long long>();
+            return printAs<long long>(source, target);
+        case InsertValueType::ULongLong:
+            return printAs<unsigned long long>(source, target);
+        case InsertValueType::IntMax:
+            return printAs<std::intmax_t>(source, target);
+        case InsertValueType::UIntMax:
+            return printAs<std::uintmax_t>(source, target);
+        case InsertValueType::SignedSize:
+            return printAs<SignedSize>(source, target);
+        case InsertValueType::Size:
+            return printAs<std::size_t>(source, target);
+        case InsertValueType::PtrDiff:
+            return printAs<std::ptrdiff_t>(source, target);
+        case InsertValueType::Double:
+            return printAs<double>(source, target);
+        case InsertValueType::LongDouble:
+            return printAs<long double>(source, target);
+        case InsertValueType::Text:
+            return printAs<const char*>(source, target);
+        case InsertValueType::Pointer:
+            return printAs<void*>(source, target);
+        case InsertValueType::None:
             break;
-        default:
-            value = source.template as<int>();
-            break;
     }
-    // The magnitude in unsigned arithmetic, so the most negative value is exact.
-    unsigned long long magnitude = static_cast<unsigned long long>(value);
-    return writeDecimal(value < 0 ? 0 - magnitude : magnitude, value < 0, buffer);
-}
-
-bool isPlainText(const char* format, std::size_t formatLength) {
-    return formatLength == 2 && format[0] == '%' && format[1] == 's';
-}
-
-// Formats one value. A bare decimal conversion is written directly and a
-// plain "%s" of a non-null text is referenced in place, cut to the limit,
-// instead of going through snprintf. A value that snprintf
-// cannot encode (a wide character outside the locale) gives an empty insert.
-template <typename Source>
-InsertText formatValue(const Source& source, std::size_t limit, const char* format,
-                       std::size_t formatLength, InsertValueType type,
-                       char (&buffer)[INSERT_BUFFER_SIZE]) {
-    if (isBareDecimal(format, formatLength)) return formatBareDecimal(source, type, buffer);
-    if (isPlainText(format, formatLength)) {
-        const char* text = source.template as<const char*>();
-        if (text != nullptr) return InsertText{text, strnlen(text, limit - 1)};
-        print(buffer, limit, format, text);  // the value is read already: format it as it is
-        return InsertText{buffer, std::strlen(buffer)};
-    }
-    if (printValue(buffer, limit, format, type, source) < 0) buffer[0] = '\0';
-    return InsertText{buffer, std::strlen(buffer)};
-}
-
-void checkIndex(int argIndex) {
-    if (argIndex > MAX_INSERT_NUMBER) {
-        throw MessageModuleException(FailureText("Arg Index: %d, is too big (allowed range: 1-%d",
-                                                 argIndex, MAX_INSERT_NUMBER)
-                                         .text);
-    }
-    if (argIndex < 1) {
-        throw MessageModuleException(
-            FailureText("Arg Index: %d, is too small (allowed range: 1-%d)", argIndex,
-                        MAX_INSERT_NUMBER)
-                .text);
-    }
-}
-
-InsertValueType checkFormat(int argIndex, const char* format, std::size_t formatLength) {
-    InsertValueType type = InsertValueType::Text;
-    if (isPlainText(format, formatLength)) return type;
-    const char* refused = checkInsertFormat(format, formatLength, type);
-    if (refused != nullptr) {
-        throw MessageModuleException(FailureText("Insert %%%d has an unsupported format \"%s\": %s",
-                                                 argIndex, format, refused)
-                                         .text);
-    }
-    return type;
+    // Literal text and "%%" only: printed without reading anything.
+    PrintableValue nothing{nullptr, nullptr, nullptr};
+    std::size_t length =
+        printBounded(target.format, target.conversion, nothing, target.limit, target.buffer);
+    return InsertText{target.buffer, strnlen(target.buffer, length)};
 }
 
 }  // namespace
 
+void checkInsertNumber(int number) {
+    if (number > MAX_INSERT_NUMBER) {
+        throw moduleFailure("Arg Index: %d, is too big (allowed range: 1-%d", number,
+                            MAX_INSERT_NUMBER);
+    }
+    if (number < 1) {
+        throw moduleFailure("Arg Index: %d, is too small (allowed range: 1-%d)", number,
+                            MAX_INSERT_NUMBER);
+    }
+}
+
 InsertText formatInsert(int argIndex, const char* format, std::size_t formatLength,
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]) {
-    checkIndex(argIndex);
-    InsertValueType type = checkFormat(argIndex, format, formatLength);
-    if (argArray == nullptr && Arguments == nullptr) {
-        throw MessageModuleException(
-            FailureText("Insert %%%d has no argument: no argument source was given", argIndex)
-                .text);
+    checkInsertNumber(argIndex);
+    InsertConversion conversion;
+    classifyInsertFormat(format, formatLength, conversion);
+    if (conversion.refusal != nullptr) {
+        throw moduleFailure("Insert %%%d has an unsupported format \"%s\": %s", argIndex, format,
+                            conversion.refusal);
     }
-    if (argArray != nullptr) {
-        return formatValue(ArrayElement{argArray[argIndex - 1]}, ARRAY_INSERT_LIMIT, format,
-                           formatLength, type, buffer);
+    PrintTarget target{format, conversion,
+                       argArray != nullptr ? ARRAY_INSERT_LIMIT : LIST_INSERT_LIMIT, buffer};
+    if (conversion.type == InsertValueType::None) return readAndPrint(ArrayElement{}, target);
+    if (argArray != nullptr) return readAndPrint(ArrayElement{argArray[argIndex - 1]}, target);
+    if (Arguments == nullptr) {
+        throw moduleFailure("Insert %%%d has no argument: no argument source was given", argIndex);
     }
     va_list list;
     va_copy(list, *reinterpret_cast<va_list*>(Arguments));
+    ArgumentListEnd end(list);
     for (int skipped = 1; skipped < argIndex; ++skipped) (void)va_arg(list, int);
-    InsertText text =
-        formatValue(ListValue{&list}, LIST_INSERT_LIMIT, format, formatLength, type, buffer);
-    va_end(list);
-    return text;
+    return readAndPrint(ListValue{&list}, target);
 }

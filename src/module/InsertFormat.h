@@ -19,13 +19,18 @@ struct InsertText {
     std::size_t length;
 };
 
-// Formats insert `argIndex` (1 to 199) with `format` ("%" and a conversion,
-// `formatLength` bytes, NUL-terminated). With `argArray` the value is element
+// Fails, with the formatter's text, unless 1 <= `number` <= MAX_INSERT_NUMBER.
+void checkInsertNumber(int number);
+
+// Formats insert `argIndex` (1 to 199) with `format` ("%" and the text between
+// the insert's "!" marks, `formatLength` bytes, NUL-terminated) as snprintf
+// would, cut to the insert's limit. With `argArray` the value is element
 // `argIndex` - 1; otherwise `Arguments` is the address of a va_list, which is
-// copied, not consumed, and whose earlier values are skipped as int. The text
-// ends at its first NUL. Throws MessageModuleException when the index is out of
-// range, the format is refused (see checkInsertFormat) or there is no argument
-// source (both pointers null).
+// copied, not consumed, and whose earlier values are skipped as int. A format
+// that reads no value reads no argument. The text ends at its first NUL.
+// Throws MessageModuleException when the index is out of range, the format is
+// refused (see classifyInsertFormat) or a value is needed and there is no
+// argument source (both pointers null).
 InsertText formatInsert(int argIndex, const char* format, std::size_t formatLength,
                         char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]);
 

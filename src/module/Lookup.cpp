@@ -5,6 +5,7 @@
 #include <string>
 
 #include "MessageModule.h"
+#include "module/ArgumentListEnd.h"
 
 namespace {
 
@@ -25,16 +26,9 @@ long MessageModule::formatMessage(long dwFlags, char* lpSource, long dwMessageId
                                   char** lpBuffer, long nSize, ...) {
     va_list arguments;
     va_start(arguments, nSize);
-    long result;
-    try {
-        result = formatMessage(dwFlags, lpSource, dwMessageId, dwLanguageId, lpBuffer, nSize,
-                               reinterpret_cast<char**>(&arguments));
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
-    return result;
+    ArgumentListEnd end(arguments);
+    return formatMessage(dwFlags, lpSource, dwMessageId, dwLanguageId, lpBuffer, nSize,
+                         reinterpret_cast<char**>(&arguments));
 }
 
 char* TQ_LangLookup(int messageId, int languageId, char* buffer, int size) {
@@ -55,31 +49,18 @@ const char* TQ_LangLookup(int messageId, int languageId, std::string& result) {
 int TQ_CompoundLangLookup(char* buffer, unsigned int size, int messageId, int languageId, ...) {
     va_list arguments;
     va_start(arguments, languageId);
-    long result;
-    try {
-        result = MessageModule::formatMessage(0, nullptr, messageId, languageId, &buffer,
-                                              toInt32(static_cast<long>(size)),
-                                              reinterpret_cast<char**>(&arguments));
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
-    return static_cast<int>(result);
+    ArgumentListEnd end(arguments);
+    return static_cast<int>(MessageModule::formatMessage(0, nullptr, messageId, languageId, &buffer,
+                                                         toInt32(static_cast<long>(size)),
+                                                         reinterpret_cast<char**>(&arguments)));
 }
 
 void TQ_CompoundLangLookup(std::string& result, int messageId, int languageId, ...) {
     va_list arguments;
     va_start(arguments, languageId);
+    ArgumentListEnd end(arguments);
     char* allocated = nullptr;
-    try {
-        MessageModule::formatMessage(_FORMAT_MESSAGE_ALLOCATE_BUFFER, nullptr, messageId,
-                                     languageId, &allocated, 0,
-                                     reinterpret_cast<char**>(&arguments));
-    } catch (...) {
-        va_end(arguments);
-        throw;
-    }
-    va_end(arguments);
+    MessageModule::formatMessage(_FORMAT_MESSAGE_ALLOCATE_BUFFER, nullptr, messageId, languageId,
+                                 &allocated, 0, reinterpret_cast<char**>(&arguments));
     takeResult(allocated, result);
 }

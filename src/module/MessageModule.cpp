@@ -1,7 +1,7 @@
 // The module's lifecycle: the process-wide stores and file loading.
 #include "MessageModule.h"
 
-#include "maps/FailureText.h"
+#include "module/ModuleFailure.h"
 
 // Defined in this order so that, at unload, the store is destroyed before the
 // registry (static objects are destroyed in reverse order of construction).
@@ -29,16 +29,14 @@ MultiLangMessageMap* MessageModule::getMessageMap() { return &mlmap; }
 
 bool MessageModule::loadFile(MessageModule* module, std::string fileName, bool trimTrailingOnly) {
     if (mtmap.get(fileName) != nullptr) {
-        throw MessageModuleException(
-            FailureText("File: %s, already loaded", fileName.c_str()).text);
+        throw moduleFailure("File: %s, already loaded", fileName.c_str());
     }
     // The constructor parses the whole file; if it throws, the table's memory is
     // released and the parser's exception goes on unchanged.
     MessageTable* table = new MessageTable(module, fileName, trimTrailingOnly);
     if (!mtmap.put(fileName, table)) {
         delete table;
-        throw MessageModuleException(
-            FailureText("Cannot store table mapping for file: %s", fileName.c_str()).text);
+        throw moduleFailure("Cannot store table mapping for file: %s", fileName.c_str());
     }
     return true;
 }

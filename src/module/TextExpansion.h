@@ -1,0 +1,20 @@
+// Internal: the formatter's expansion of a message text.
+#ifndef TQMSG_MODULE_TEXT_EXPANSION_H
+#define TQMSG_MODULE_TEXT_EXPANSION_H
+
+#include <cstddef>
+
+#include "module/ResultText.h"
+
+// Appends to `result` what `text` (`length` bytes, NUL-terminated) becomes:
+// "%%" a percent sign, "%n" a line feed, "%0" nothing (and the line feed after
+// it), "%" before any other character nothing, and "%1" to "%199", each with an
+// optional printf format between two "!", the formatted argument. `maxWidth`
+// (0 for none, up to 255) breaks lines around inserts and doubles line feeds
+// that come at or past it. `argArray` is the argument array, or null when
+// `Arguments` is the address of a va_list. Throws MessageModuleException; on
+// failure `result` holds a partial text that the caller discards.
+void expandMessageText(const char* text, std::size_t length, int maxWidth, char** Arguments,
+                       char** argArray, ResultText& result);
+
+#endif  // TQMSG_MODULE_TEXT_EXPANSION_H
