@@ -28,11 +28,12 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     std::map<CLI::App*, CommandRun> commands;
     const std::pair<const char*, CommandRun (*)(CLI::App&)> subcommands[] = {
-        {"check", addCheckCommand},
-        {"list", addListCommand},
-        {"format", addFormatCommand},
-        {"dump", addDumpCommand},
-        {"header", addHeaderCommand}};
+        {"check", addCheckCommand}, {"list", addListCommand},     {"format", addFormatCommand},
+        {"dump", addDumpCommand},   {"header", addHeaderCommand},
+#ifdef TQMSG_WITH_PO
+        {"po", addPoCommand},
+#endif
+    };
     for (auto& subcommand : subcommands) {
         CommandRun run = subcommand.second(app);
         commands[app.get_subcommand(subcommand.first)] = run;
