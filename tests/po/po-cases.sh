@@ -39,6 +39,8 @@ case_template_and_export() {
         diff "$expected" "$work/out.po" >"$work/diff" || fail "$kind differs: $(cat "$work/diff")"
         expect_valid_po "$work/out.po"
     done
+    run po template "$mc" -o -
+    [ "$out" = "$(cat "$data/messages.pot")" ] || fail "the template on standard output differs"
     run po template "$mc" --source-language German -o "$work/de.pot"
     expect_in "$(cat "$work/de.pot")" 'msgid "Prüfsummenfehler in Block 0x%1!08X! von %2."'
 }
