@@ -141,6 +141,32 @@ Severity_X=1|1|not a language name a message file can hold
 EOT
 }
 
+# Broken input and usage errors; PO texts are converted to the file's charset.
+case_bad_input() {
+    printf 'msgid ""\nmsgstr "Content-Type: text/plain; charset=UTF-8\\n"\n\nmsgctxt "A"\nmsgid "x"\nmsgstr "y\n' >"$work/broken.po"
+    printf 'msgid ""\nmsgstr "Content-Type: text/plain; charset=ISO-8859-1\\n"\n\nmsgctxt "MSG_JOB_LATE"\nmsgid "Job \\"%%1\\" started %%2!d! minutes late."\nmsgstr "\351t\351 %%1 %%2!d!"\n' >"$work/latin1.po"
+    printf 'LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=A\n\351t\351\n.\n' >"$work/latin1.mc"
+    iconv -f ISO-8859-1 -t UTF-8 "$work/latin1.po" | sed 's/ISO-8859-1/UTF-8/; s/été/€/' >"$work/euro.po"
+    while IFS='|' read -r expected_status message args; do
+        run po $args
+        expect_status "$expected_status" "$args"
+        expect_in "$err$out" "$message"
+    done <<EOT
+2|A subcommand is required|
+2|--language is required|export $mc -o $work/x.po
+2|PO is required|import --language German -o $work/x.mc
+1|broken.po:7: end-of-line within string|import $work/broken.po $mc --language German -o $work/x.mc
+1|cannot open $work/none.po|import $work/none.po $mc --language German -o $work/x.mc
+1|Unable to open file: $work/none.mc|template $work/none.mc -o $work/x.pot
+1|declares no language Klingon|template $mc --source-language Klingon -o $work/x.pot
+1|euro.po:6: MSG_JOB_LATE: byte 1 cannot be written in ISO-8859-1|import $work/euro.po $mc --language German --charset ISO-8859-1 -o $work/x.mc
+1|is not valid UTF-8|template $work/latin1.mc -o $work/x.pot
+0|1 changed|import $work/latin1.po $mc --language German -o $work/x.mc
+EOT
+    grep -q "été %1 %2!d!" "$work/x.mc" || fail "the Latin-1 text was not converted to UTF-8"
+    [ -e "$work/x.pot" ] && fail "a failed template left a file"
+}
+
 # Every loadable corpus file, in each of its languages: the export re-imports
 # to the same bytes; the template, translated by msgen into a new language,
 # imports to texts equal to the source's.
