@@ -74,10 +74,7 @@ public:
 
     void take(const PoEntry& entry) {
         const std::string where = placeOf(entry);
-        if (entry.plural) return warn(where, "an entry with plural forms: skipped");
-        if (!entry.hasContext) return warn(where, "an entry without a symbolic name: skipped");
-        if (entry.fuzzy) return void(++report_.fuzzy);
-        if (entry.translation.empty()) return void(++report_.untranslated);
+        if (skipped(entry, where)) return;
         auto source = sources_.find(entry.context);
         if (source == sources_.end()) {
             ++report_.unknown;
@@ -115,6 +112,22 @@ private:
     }
     std::string fileCharset() const {
         return request_.charset.empty() ? "UTF-8" : request_.charset;
+    }
+
+    // An entry without a translation to take: counted, or warned about.
+    bool skipped(const PoEntry& entry, const std::string& where) {
+        if (entry.plural) {
+            warn(where, "an entry with plural forms: skipped");
+        } else if (!entry.hasContext) {
+            warn(where, "an entry without a symbolic name: skipped");
+        } else if (entry.fuzzy) {
+            ++report_.fuzzy;
+        } else if (entry.translation.empty()) {
+            ++report_.untranslated;
+        } else {
+            return false;
+        }
+        return true;
     }
 
     std::string placeOf(const PoEntry& entry) const {
