@@ -75,6 +75,13 @@ TEST(MessageFileWriter, FileLinesFitTheReadersBuffer) {
     }
 }
 
+TEST(MessageFileWriter, LinesTheReaderCannotHoldAreRefused) {
+    for (const std::string& line :
+         {std::string("a\0b", 3), std::string("a\nb"), "%1!" + LONG + "s!"}) {
+        EXPECT_THROW(writeTextLines({line}, true), UnwritableText);
+    }
+}
+
 struct NameCase {
     const char* name;
     NameRole role;

@@ -32,7 +32,7 @@ const size_t MAX_FILE_LINE = 4095;
 // formatter gives nothing for it before a line break). With `finalLineBreak`
 // the last line is followed by a line feed unless it ends in "%0". The result
 // is never empty for a non-empty `lines`. Throws UnwritableText for an insert
-// too long for one file line.
+// too long for one file line and for a line holding a NUL or a line feed.
 std::vector<std::string> writeTextLines(const std::vector<std::string>& lines, bool finalLineBreak);
 
 // What a name is used as: each role is read from a line that the reader

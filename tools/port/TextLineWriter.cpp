@@ -109,6 +109,10 @@ std::vector<std::string> writeTextLines(const std::vector<std::string>& lines,
     std::vector<std::string> out;
     out.reserve(lines.size());
     for (size_t i = 0; i < lines.size(); ++i) {
+        // The reader stops at a NUL and splits lines at line feeds.
+        if (lines[i].find_first_of(std::string("\0\n", 2)) != std::string::npos) {
+            throw UnwritableText("a text line holding a NUL or a line feed");
+        }
         bool last = i + 1 == lines.size();
         bool lineBreak = !endsWithNoBreakEscape(lines[i]) && (!last || finalLineBreak);
         std::string line = fileLine(lines[i], lineBreak, last);

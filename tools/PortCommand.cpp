@@ -1,0 +1,168 @@
+// tqmsg port: convert a message file written for the Windows message compiler
+// into one this library loads with the same identifiers, languages and texts.
+// The outputs are written to temporary files and renamed into place only when
+// the whole conversion succeeded, so a failure leaves no output behind.
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+
+#include "Catalogue.h"
+#include "Commands.h"
+#include "InputDecoder.h"
+#include "PortConverter.h"
+#include "PortHeader.h"
+#include "TextEscape.h"
+#include "WindowsNumber.h"
+
+namespace {
+
+struct PortCommandOptions {
+    std::string input, output, header, codePage, namePrefix;
+    std::vector<std::string> languageMoves;
+    bool noFinalNewline = false, applicationFFF = false, customerBit = false;
+    std::string firstNumber = "1";
+};
+
+unsigned long optionNumber(const std::string& option, const std::string& text,
+                           unsigned long maximum) {
+    WindowsNumber number;
+    if (!parseWindowsNumber(text, number) || number.value > maximum) {
+        throw UsageError{option + ": not a number from 0 to " + std::to_string(maximum) + ": " +
+                         text};
+    }
+    return number.value;
+}
+
+PortOptions portOptions(const PortCommandOptions& command) {
+    PortOptions options;
+    if (!command.codePage.empty() && !knownCodePage(command.codePage)) {
+        throw UsageError{"--code-page: iconv knows no code page " + command.codePage};
+    }
+    options.codePage = command.codePage;
+    options.finalLineBreak = !command.noFinalNewline;
+    options.namePrefix = command.namePrefix;
+    options.customerBit = command.customerBit;
+    options.resolve.applicationFacility = command.applicationFFF ? 0xFFF : 0;
+    options.resolve.firstMessageNumber =
+        optionNumber("--first-message-number", command.firstNumber, 0xFFFF);
+    for (const std::string& move : command.languageMoves) {
+        size_t equals = move.find('=');
+        if (equals == 0 || equals == std::string::npos) {
+            throw UsageError{"--language: expected NAME=ID, got: " + move};
+        }
+        options.resolve.languageMoves.emplace_back(
+            move.substr(0, equals), optionNumber("--language", move.substr(equals + 1), 0xFFFF));
+    }
+    return options;
+}
+
+bool readFile(const std::string& path, std::string& bytes) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return false;
+    bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return !in.bad();
+}
+
+// A file written beside its final place and renamed there by `commit`.
+class PendingFile {
+public:
+    explicit PendingFile(const std::string& path) : path_(path), temporary_(path + ".XXXXXX") {
+        int fd = mkstemp(&temporary_[0]);
+        if (fd < 0) throw std::runtime_error("cannot create " + temporary_ + ": " + reason());
+        close(fd);
+    }
+    ~PendingFile() {
+        if (!committed_) std::remove(temporary_.c_str());
+    }
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+
+    void write(const std::string& text) {
+        std::ofstream out(temporary_, std::ios::binary | std::ios::trunc);
+        out << text;
+        out.close();
+        if (!out) throw std::runtime_error("cannot write " + path_ + ": " + reason());
+    }
+    void commit() {
+        if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
+            throw std::runtime_error("cannot write " + path_ + ": " + reason());
+        }
+        committed_ = true;
+    }
+
+private:
+    static std::string reason() { return std::strerror(errno); }
+
+    std::string path_, temporary_;
+    bool committed_ = false;
+};
+
+int port(const PortCommandOptions& command) {
+    PortOptions options = portOptions(command);
+    std::string bytes;
+    if (!readFile(command.input, bytes)) {
+        std::cerr << command.input << ": error: cannot read: " << std::strerror(errno) << '\n';
+        return 1;
+    }
+    PortReport report;
+    try {
+        PortResult result = portMessageFile(bytes, command.input, options, report);
+        std::ostringstream converted;
+        writeMessageFile(converted, result.content);
+        PendingFile output(command.output);
+        output.write(converted.str());
+        std::unique_ptr<PendingFile> header;
+        if (!command.header.empty()) {
+            header.reset(new PendingFile(command.header));
+            header->write(portHeader(result, command.header, escapeLine));
+        }
+        output.commit();
+        if (header) header->commit();
+    } catch (const PortError& error) {
+        report.print(std::cerr, command.input);
+        std::cerr << describeError(command.input, error) << '\n';
+        return 1;
+    } catch (const UnwritableText& error) {
+        report.print(std::cerr, command.input);
+        std::cerr << describeError(command.input, PortError{0, error.what()}) << '\n';
+        return 1;
+    }
+    report.print(std::cerr, command.input);
+    return 0;
+}
+
+}  // namespace
+
+CommandRun addPortCommand(CLI::App& app) {
+    auto options = std::make_shared<PortCommandOptions>();
+    CLI::App* command = app.add_subcommand(
+        "port",
+        "Convert a message file written for the Windows message compiler into one this library "
+        "loads with the same identifiers, languages and texts");
+    command->add_option("IN", options->input, "The Windows message file")->required();
+    command->add_option("-o,--output", options->output, "The converted message file")->required();
+    command->add_option("--header", options->header,
+                        "Also write the C header, with the original symbolic names");
+    command->add_option("--code-page", options->codePage,
+                        "Transcode 8-bit input from this code page (iconv name, e.g. CP1252)");
+    command->add_option("--language", options->languageMoves,
+                        "Give language NAME the identifier ID (NAME=ID; repeatable)");
+    command->add_flag("--no-final-newline", options->noFinalNewline,
+                      "No line feed after the last line of each text");
+    command->add_flag("--application-fff", options->applicationFFF,
+                      "Facility Application is 0xFFF, as documented (default 0, as built)");
+    command->add_option("--first-message-number", options->firstNumber,
+                        "Number of a facility's first message without a value (default 1)");
+    command->add_option("--name-prefix", options->namePrefix,
+                        "Put this before every symbolic name of the converted file");
+    command->add_flag("--customer-bit", options->customerBit,
+                      "Refused: identifiers cannot carry the customer bit");
+    return [options] { return port(*options); };
+}

@@ -1,0 +1,191 @@
+// Renaming, made-up names and the name lists of a converted file.
+#include "NameRules.h"
+
+#include <cstdio>
+#include <map>
+#include <set>
+
+#include "MessageTable.h"
+
+namespace {
+
+std::string lowerCase(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
+std::string hexDigits(unsigned long value, const char* format) {
+    char buffer[16];  // 8 digits
+    std::snprintf(buffer, sizeof(buffer), format, value);
+    return buffer;
+}
+
+// `name` with "_" after the first letter of every keyword that spoils it in
+// `role`: ERROR_LANGUAGE becomes ERROR_L_ANGUAGE.
+std::string unspoiled(std::string name, NameRole role) {
+    for (std::string keyword = misreadKeyword(name, role); !keyword.empty();
+         keyword = misreadKeyword(name, role)) {
+        name.insert(lowerCase(name).find(keyword) + 1, "_");
+    }
+    return name;
+}
+
+// "EVTMSGSTR" for "some/dir/evtmsgstr.mc".
+std::string filePrefix(const std::string& fileName) {
+    std::string base = fileName.substr(fileName.find_last_of('/') + 1);
+    base = base.substr(0, base.find('.'));
+    std::string prefix;
+    for (char c : base) {
+        bool alnum = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        prefix += alnum ? static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c) : '_';
+    }
+    if (prefix.empty() || (prefix[0] >= '0' && prefix[0] <= '9')) prefix.insert(0, "MSG_");
+    return prefix;
+}
+
+class SymbolicNamer {
+public:
+    SymbolicNamer(const std::string& fileName, const std::string& prefix, PortReport& report)
+        : filePrefix_(filePrefix(fileName)), prefix_(prefix), report_(report) {}
+
+    // The written and the header name of one message.
+    std::pair<std::string, std::string> name(const PortedMessage& message) {
+        const std::string& original = message.symbolicName;
+        std::string id = hexDigits(message.id, "%08lX");
+        std::string base = original, header = original;
+        if (original.empty()) {
+            base = filePrefix_ + "_" + id;
+        } else {
+            auto first = firstId_.emplace(original, message.id);
+            if (first.first->second == message.id && written_.count(original)) {
+                return {written_[original], ""};
+            }
+            if (first.first->second != message.id) {
+                base = original + "_" + id;
+                header = "";
+            }
+        }
+        std::string written = unique(prefix_ + unspoiled(base, NameRole::SymbolicName), message.id);
+        reportChange(message, original, written);
+        if (!original.empty() && header == original) written_[original] = written;
+        return {written, header};
+    }
+
+private:
+    std::string unique(const std::string& name, unsigned long id) {
+        std::string candidate = name;
+        for (int n = 2;; ++n) {
+            auto taken = takenBy_.emplace(candidate, id);
+            if (taken.second || taken.first->second == id) return candidate;
+            candidate = name + "_" + std::to_string(n);
+        }
+    }
+
+    void reportChange(const PortedMessage& message, const std::string& original,
+                      const std::string& written) {
+        if (original.empty()) {
+            report_.warn(message.line, WarningKind::MadeUpName,
+                         "message " + hexDigits(message.id, "0x%08lX") +
+                             " has no SymbolicName: named " + written);
+        } else if (written != prefix_ + original) {
+            report_.warn(message.line, WarningKind::Renamed,
+                         "SymbolicName " + original + " renamed " + written +
+                             (firstId_[original] != message.id
+                                  ? " (it already names message " +
+                                        hexDigits(firstId_[original], "0x%08lX") + ")"
+                                  : " (the library would misread it)"));
+        }
+    }
+
+    std::string filePrefix_, prefix_;
+    PortReport& report_;
+    std::map<std::string, unsigned long> firstId_;  // original name -> first identifier
+    std::map<std::string, std::string> written_;    // original name -> written name
+    std::map<std::string, unsigned long> takenBy_;  // written name -> identifier
+};
+
+// The reader seeds these severities: with the same number they need no entry.
+bool seededSeverity(const UsedName& severity) {
+    const std::pair<const char*, unsigned long> seeded[] = {{MessageTable::SEV_SUCCESS, 0},
+                                                            {MessageTable::SEV_INFORMATIONAL, 1},
+                                                            {MessageTable::SEV_WARNING, 2},
+                                                            {MessageTable::SEV_ERROR, 3}};
+    for (auto& s : seeded) {
+        if (lowerCase(severity.name) == lowerCase(s.first)) return severity.value == s.second;
+    }
+    return false;
+}
+
+bool isSeededName(const std::string& name, ListKind kind) {
+    std::string lower = lowerCase(name);
+    if (kind == ListKind::Facility) {
+        return lower == lowerCase(MessageTable::DEFAULT_FIRST_MESSAGE_FACILITY);
+    }
+    if (kind != ListKind::Severity) return false;
+    for (const char* s : {MessageTable::SEV_SUCCESS, MessageTable::SEV_INFORMATIONAL,
+                          MessageTable::SEV_WARNING, MessageTable::SEV_ERROR}) {
+        if (lower == lowerCase(s)) return true;
+    }
+    return false;
+}
+
+const char* kindName(ListKind kind) {
+    return kind == ListKind::Language   ? "language"
+           : kind == ListKind::Severity ? "severity"
+                                        : "facility";
+}
+
+// Written names and list entries of one kind: a name the reader seeds with
+// another number, a name it would misread and a second name differing only in
+// case are renamed; seeded names with their own number get no entry.
+void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
+              std::vector<std::string>& names, std::vector<NameEntry>& entries,
+              PortReport& report) {
+    std::set<std::string> taken;
+    std::map<unsigned long, std::string> symbolOf;  // one value text per language number
+    for (const UsedName& name : used) {
+        bool seeded = kind == ListKind::Severity
+                          ? seededSeverity(name)
+                          : kind == ListKind::Facility && isSeededName(name.name, kind) &&
+                                static_cast<long>(name.value) ==
+                                    MessageTable::DEFAULT_FIRST_MESSAGE_FACILITY_ID;
+        std::string written = unspoiled(name.name, role);
+        if ((!seeded && isSeededName(written, kind)) || taken.count(lowerCase(written))) {
+            written += "_" + hexDigits(name.value, "%lX");
+        }
+        while (taken.count(lowerCase(written))) written += "_";
+        taken.insert(lowerCase(written));
+        if (written != name.name) {
+            report.warn(0, WarningKind::Renamed,
+                        std::string(kindName(kind)) + " " + name.name + "=" +
+                            hexDigits(name.value, "0x%lX") + " written as " + written);
+        }
+        names.push_back(written);
+        if (seeded) continue;
+        std::string symbol = name.symbol;
+        if (kind == ListKind::Language) symbol = symbolOf.emplace(name.value, symbol).first->second;
+        entries.push_back({written, static_cast<long>(name.value), symbol});
+    }
+}
+
+}  // namespace
+
+FileNames nameEverything(const PortedFile& file, const std::string& fileName,
+                         const std::string& prefix, PortReport& report) {
+    FileNames names;
+    SymbolicNamer namer(fileName, prefix, report);
+    for (const PortedMessage& message : file.messages) {
+        auto name = namer.name(message);
+        names.symbolicNames.push_back(name.first);
+        names.headerNames.push_back(name.second);
+    }
+    nameList(file.languages, ListKind::Language, NameRole::Language, names.languages,
+             names.languageEntries, report);
+    nameList(file.severities, ListKind::Severity, NameRole::Severity, names.severities,
+             names.severityEntries, report);
+    nameList(file.facilities, ListKind::Facility, NameRole::Facility, names.facilities,
+             names.facilityEntries, report);
+    return names;
+}

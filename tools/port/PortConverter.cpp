@@ -1,0 +1,74 @@
+// Decode, read, resolve, name and assemble: the steps of a conversion.
+#include "PortConverter.h"
+
+#include <cstdio>
+
+#include "IdentifierResolver.h"
+#include "InputDecoder.h"
+#include "NameRules.h"
+#include "TextConversion.h"
+#include "WindowsReader.h"
+
+namespace {
+
+std::string hex(unsigned long value) {
+    char buffer[16];  // "0x" + 8 digits
+    std::snprintf(buffer, sizeof(buffer), "0x%lX", value);
+    return buffer;
+}
+
+std::vector<std::string> comments(const std::string& fileName, const PortOptions& options,
+                                  const std::string& encoding) {
+    return {"Converted by tqmsg port from " + fileName + " (read as " + encoding + ").",
+            "Identifiers by the Windows rules: facility Application " +
+                hex(options.resolve.applicationFacility) + ", numbers of a facility from " +
+                std::to_string(options.resolve.firstMessageNumber) + "."};
+}
+
+MessageDefinition definition(const PortedMessage& message, const FileNames& names,
+                             const std::string& symbolicName, const PortOptions& options,
+                             PortReport& report) {
+    MessageDefinition out;
+    out.code = static_cast<long>(message.id & 0xFFFF);
+    out.severity = names.severities[message.severity];
+    out.facility = names.facilities[message.facility];
+    out.symbolicName = symbolicName;
+    for (const PortedText& text : message.texts) {
+        out.texts.push_back({names.languages[text.language],
+                             convertTextLines(text.lines, text.lineNumbers, report),
+                             options.finalLineBreak});
+    }
+    return out;
+}
+
+}  // namespace
+
+PortResult portMessageFile(const std::string& bytes, const std::string& fileName,
+                           const PortOptions& options, PortReport& report) {
+    if (options.customerBit) {
+        throw PortError{0,
+                        "the customer bit (bit 29) cannot be set: this library composes "
+                        "every identifier with it 0"};
+    }
+    DecodedInput input = decodeInput(bytes, options.codePage, report);
+    WindowsSource source = readWindowsSource(input.lines, report);
+    PortedFile file = resolveIdentifiers(source, options.resolve, report);
+    FileNames names = nameEverything(file, fileName, options.namePrefix, report);
+
+    PortResult result;
+    result.encoding = input.encoding;
+    result.content.comments = comments(fileName, options, input.encoding);
+    result.content.languages = names.languageEntries;
+    result.content.severities = names.severityEntries;
+    result.content.facilities = names.facilityEntries;
+    result.content.definitions.reserve(file.messages.size());
+    for (size_t i = 0; i < file.messages.size(); ++i) {
+        const PortedMessage& message = file.messages[i];
+        if (!names.headerNames[i].empty()) {
+            result.headerNames.push_back({names.headerNames[i], message.id, i});
+        }
+        result.content.definitions.push_back(
+            definition(message, names, names.symbolicNames[i], options, report));
+    }
+    return result;
+}
