@@ -40,7 +40,8 @@ public:
     // tools that rewrite single texts and leave the rest of the file alone.
     struct TextPlace {
         long languageId = 0;    // language the text was stored under
-        long messageId = 0;     // identifier its definition composed
+        long messageId = 0;     // identifier its definition composed (the store files the
+                                // text under the one first bound to its symbolic name)
         int headerLine = 0;     // the MessageId line, or a continuation's Language line
         int firstTextLine = 0;  // first line taken into the text (endLine if none)
         int lastTextLine = 0;   // last line taken into the text (endLine - 1 if none)
