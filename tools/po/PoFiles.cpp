@@ -51,7 +51,7 @@ extern "C" void onTwoPlaceProblem(int severity, po_message_t, const char* file1,
                                   const char* file2, std::size_t line2, std::size_t, int,
                                   const char* text2) {
     record(severity, file1, line1, text1);
-    record(PO_SEVERITY_WARNING, file2, line2, text2);
+    record(severity, file2, line2, text2);
     if (severity == PO_SEVERITY_FATAL_ERROR) std::longjmp(activeReports->fatal, 1);
 }
 
