@@ -36,6 +36,26 @@ public:
         std::string toString();
     };
 
+    // Where one stored text stands in the file (lines counted from 1), for
+    // tools that rewrite single texts and leave the rest of the file alone.
+    struct TextPlace {
+        long languageId = 0;    // language the text was stored under
+        long messageId = 0;     // identifier its definition composed (the store files the
+                                // text under the one first bound to its symbolic name)
+        int headerLine = 0;     // the MessageId line, or a continuation's Language line
+        int firstTextLine = 0;  // first line taken into the text (endLine if none)
+        int lastTextLine = 0;   // last line taken into the text (endLine - 1 if none)
+        int endLine = 0;        // the "." line that stored the text
+    };
+
+    // Where one name list stands, with what it declared.
+    struct ListPlace {
+        const char* listName = nullptr;  // LANGUAGE_NAMES, FACILITY_NAMES or SEV_NAMES
+        int firstLine = 0;               // the line holding the list's keyword
+        int lastLine = 0;                // the line holding its ")"
+        std::vector<long> numbers;       // the number of each entry, in file order
+    };
+
     static const char* COMMENT_PREFIX;
     static const char* LANGUAGE_NAMES;
     static const char* FACILITY_NAMES;
@@ -79,6 +99,8 @@ public:
     char customerBit = 0;                       // bit 29 of composed identifiers (always 0)
     char reservedBit = 0;                       // bit 28 of composed identifiers (always 0)
     bool trimTrailingOnly = false;              // trim message text lines at the end only
+    std::vector<TextPlace> textPlaces;          // one per stored text, in file order
+    std::vector<ListPlace> listPlaces;          // one per name list, in file order
 
     // Ids of the declared languages, in the order the file declares them, each once.
     std::vector<long> declaredLanguages;

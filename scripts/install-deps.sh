@@ -1,9 +1,15 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, when missing.
 set -euo pipefail
+# A mirror caught mid-sync fails some indexes; the install that follows says
+# clearly whether the ones it needs arrived.
+update_indexes() {
+    apt-get update -qq || echo "warning: some package indexes did not update"
+}
 packages=(build-essential cmake g++-multilib qemu-user libgtest-dev libbenchmark-dev
           libcli11-dev clang libclang-rt-14-dev valgrind gettext clang-format pkg-config
-          python3 file locales lintian)
+          python3 file locales lintian
+          "libgettextpo-dev:$(dpkg --print-architecture)")
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
@@ -11,6 +17,15 @@ done
 if ((${#missing[@]})); then
     echo "installing: ${missing[*]}"
     export DEBIAN_FRONTEND=noninteractive
-    apt-get update -qq
+    update_indexes
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+fi
+# The i386 build of the tool links Debian's i386 libgettextpo (Multi-Arch: same,
+# installed beside the native one); that needs the i386 architecture enabled.
+if [ "$(dpkg --print-architecture)" = amd64 ] && ! dpkg -s libgettextpo-dev:i386 >/dev/null 2>&1; then
+    echo "installing: libgettextpo-dev:i386"
+    export DEBIAN_FRONTEND=noninteractive
+    dpkg --print-foreign-architectures | grep -qx i386 || dpkg --add-architecture i386
+    update_indexes
+    apt-get install -y -qq --no-install-recommends libgettextpo-dev:i386 >/dev/null
 fi

@@ -17,5 +17,6 @@ CommandRun addFormatCommand(CLI::App& app);
 CommandRun addDumpCommand(CLI::App& app);
 CommandRun addHeaderCommand(CLI::App& app);
 CommandRun addPortCommand(CLI::App& app);
+CommandRun addPoCommand(CLI::App& app);
 
 #endif  // TQMSG_TOOL_COMMANDS_H

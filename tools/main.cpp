@@ -33,16 +33,16 @@ int runCommand(int argc, char** argv) {
     app.require_subcommand(1);
     std::map<CLI::App*, CommandRun> commands;
     const std::pair<const char*, CommandRun (*)(CLI::App&)> subcommands[] = {
-        {"check", addCheckCommand},
-        {"list", addListCommand},
-        {"format", addFormatCommand},
-        {"dump", addDumpCommand},
-        {"header", addHeaderCommand},
-        {"port", addPortCommand}};
+        {"check", addCheckCommand}, {"list", addListCommand},     {"format", addFormatCommand},
+        {"dump", addDumpCommand},   {"header", addHeaderCommand}, {"port", addPortCommand}};
     for (auto& subcommand : subcommands) {
         CommandRun run = subcommand.second(app);
         commands[app.get_subcommand(subcommand.first)] = run;
     }
+#ifdef TQMSG_WITH_PO  // built where libgettextpo exists for the target architecture
+    CommandRun po = addPoCommand(app);
+    commands[app.get_subcommand("po")] = po;
+#endif
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

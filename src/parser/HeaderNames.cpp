@@ -59,8 +59,10 @@ bool putEntry(MessageTable& table, const char* listName, MessageTable::NameValue
     return table.severities.putX(entry.name, number, entry.value, true);
 }
 
-// Splits one list entry, checks its number and enters it into the list's map.
-void storeEntry(MessageTable& table, std::string& line, const char* listName) {
+// Splits one list entry, checks its number and enters it into the list's map;
+// the number is added to `numbers`.
+void storeEntry(MessageTable& table, std::string& line, const char* listName,
+                std::vector<long>& numbers) {
     MessageTable::NameValue entry = table.parseNameValuePair(line);
     std::string numberText, symbol;
     splitValue(entry.value, numberText, symbol);
@@ -73,6 +75,7 @@ void storeEntry(MessageTable& table, std::string& line, const char* listName) {
                                           entry.toString().c_str(), listName)
                                   .text);
     }
+    numbers.push_back(number);
 }
 
 // The next line that is neither a comment nor blank; the end of the file
@@ -106,6 +109,10 @@ void readListLine(MessageTable& table, std::ifstream& in, char* buffer, std::str
 bool MessageTable::processHeaderNames(std::ifstream& in, std::string& line, int position,
                                       const char* listName) {
     char buffer[LINE_BUFFER_SIZE];
+    listPlaces.emplace_back();
+    ListPlace& place = listPlaces.back();
+    place.listName = listName;
+    place.firstLine = lineNumber;
     std::size_t open = line.find(HEADER_NAMES_BEGIN, position + std::strlen(listName));
     bool entryPending = false;  // the header line holds the first entry
     if (open != std::string::npos) {
@@ -122,11 +129,12 @@ bool MessageTable::processHeaderNames(std::ifstream& in, std::string& line, int 
         std::size_t close = line.find(HEADER_NAMES_END);
         bool lastLine = close != std::string::npos;
         if (lastLine) {
+            place.lastLine = lineNumber;
             std::string before = line.substr(0, close);
             trim(&before[0], line);
             if (line.empty()) return false;
         }
-        storeEntry(*this, line, listName);
+        storeEntry(*this, line, listName, place.numbers);
         if (lastLine) return false;
     }
 }

@@ -64,6 +64,7 @@ struct Definition {
     std::string text;                                   // the text gathered so far
     long inheritedLanguage = 0, inheritedSeverity = 0;  // a continuation's copies
     long messageId = 0;
+    MessageTable::TextPlace place;  // where the definition stands, filled as lines are read
 };
 
 // Header lines up to the first text line (left in `buffer`, `textPending` set)
@@ -131,9 +132,28 @@ void completeDefinition(MessageTable& table, Definition& d, FormattableMessage* 
         composeMessageId(*d.severity, table.customerBit, table.reservedBit, facility.id, code);
 }
 
+// Gives one line to processMessageBody and notes where the text stands: a
+// line that made the text grow is a text line, a line that stored it the end.
 bool takeTextLine(MessageTable& table, char* line, Definition& d) {
-    return table.processMessageBody(line, d.text, d.language, *d.facility, d.severity,
-                                    d.symbolicName, d.messageId);
+    std::size_t before = d.text.size();
+    MessageTable::TextPlace& place = d.place;
+    if (!table.processMessageBody(line, d.text, d.language, *d.facility, d.severity, d.symbolicName,
+                                  d.messageId)) {
+        if (d.text.size() != before) {
+            if (place.firstTextLine == 0) place.firstTextLine = table.lineNumber;
+            place.lastTextLine = table.lineNumber;
+        }
+        return false;
+    }
+    place.endLine = table.lineNumber;
+    if (place.firstTextLine == 0) {
+        place.firstTextLine = place.endLine;
+        place.lastTextLine = place.endLine - 1;
+    }
+    place.languageId = *d.language;
+    place.messageId = d.messageId;
+    table.textPlaces.push_back(place);
+    return true;
 }
 
 // Text lines up to the "." line, which stores the message. Returns whether
@@ -158,6 +178,7 @@ bool readText(MessageTable& table, std::ifstream& in, char* buffer, bool textPen
 bool MessageTable::processMessageId(std::ifstream& in, std::string& line, int position,
                                     FormattableMessage* previous) {
     Definition definition;
+    definition.place.headerLine = lineNumber;
     NumberRequest request;
     char buffer[LINE_BUFFER_SIZE];
     bool atEnd = false;

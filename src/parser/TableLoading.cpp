@@ -55,6 +55,8 @@ void MessageTable::init() {
     delete lastMessage;
     lastMessage = nullptr;
     trimTrailingOnly = false;
+    textPlaces.clear();
+    listPlaces.clear();
 }
 
 void MessageTable::loadFile(std::string& fileName, bool trimTrailingOnly) {
