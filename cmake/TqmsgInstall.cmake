@@ -57,6 +57,7 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/tqmsgConfigVersion.
     COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tqmsgConfig.cmake
               ${CMAKE_CURRENT_BINARY_DIR}/tqmsgConfigVersion.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/TqmsgMessages.cmake
         DESTINATION ${TQMSG_CMAKE_DIR} COMPONENT development)
 
 # The .pc file finds its prefix from its own location (pkg-config's pcfiledir).

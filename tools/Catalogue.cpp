@@ -49,6 +49,7 @@ bool Catalogue::loadOne(const std::string& file) {
     } catch (MessageModuleException& e) {
         failure = e.msg;
     }
+    lastFailure_ = failure;
     printError(failure);
     for (const std::string& hint : loadFailureHints(file, failure)) printError("hint: " + hint);
     return false;

@@ -46,6 +46,8 @@ public:
     // Loads one more file; a failure is reported on standard error: the
     // library's text and the tool's hints.
     bool loadOne(const std::string& file);
+    // The library's text for the last file that failed to load, or "".
+    const std::string& lastFailure() const { return lastFailure_; }
 
     MessageModule& module() { return module_; }
 
@@ -66,6 +68,7 @@ public:
 
 private:
     MessageModule module_;
+    std::string lastFailure_;
 };
 
 #endif  // TQMSG_TOOL_CATALOGUE_H

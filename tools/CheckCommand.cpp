@@ -1,10 +1,14 @@
 // tqmsg check: load the files together, as a program would, and report each.
+// A file that fails because it was written for the Windows message compiler
+// gets one more hint line: the `tqmsg port` command that converts it.
 #include <iostream>
 #include <memory>
 #include <set>
 
 #include "Catalogue.h"
 #include "Commands.h"
+#include "Diagnostics.h"
+#include "WindowsDialectHint.h"
 
 namespace {
 
@@ -39,6 +43,8 @@ int check(const std::vector<std::string>& files) {
             std::cout << file << ": " << summary(file, before) << '\n';
         } else {
             status = 1;
+            std::string hint = windowsDialectHint(file, catalogue.lastFailure());
+            if (!hint.empty()) printError("hint: " + hint);
         }
     }
     return status;

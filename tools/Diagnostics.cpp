@@ -25,18 +25,6 @@ bool endsWith(const std::string& text, const std::string& end) {
            text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-// `name` as one shell word.
-std::string shellWord(const std::string& name) {
-    if (name.find_first_not_of(
-            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./+-") ==
-        std::string::npos) {
-        return name;
-    }
-    std::string quoted = "'";
-    for (char c : name) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
 // Why `file` cannot be opened for reading, or "" when it can.
 std::string openFailureReason(const std::string& file) {
     int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
@@ -81,6 +69,17 @@ std::string numberBeyond32Bits(const std::string& failure) {
 }
 
 }  // namespace
+
+std::string shellWord(const std::string& name) {
+    if (name.find_first_not_of(
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./+-") ==
+        std::string::npos) {
+        return name;
+    }
+    std::string quoted = "'";
+    for (char c : name) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
 
 void setCommandName(const std::string& name) { currentCommand() = name; }
 

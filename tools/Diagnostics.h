@@ -16,6 +16,9 @@ const std::string& commandName();
 // after what standard output holds so far.
 void printError(const std::string& text);
 
+// `name` as one shell word: as it is, or in single quotes.
+std::string shellWord(const std::string& name);
+
 // Lines that explain the library's `failure` to load `file`: the system's
 // reason when the file cannot be opened, a UTF-16 file or a UTF-8 byte-order
 // mark that made the first line unreadable, a number too large for 32 bits.

@@ -53,6 +53,19 @@ check_run() {
     echo "ok: example built with $label"
 }
 
+# check_events LABEL RUNNER PROGRAM [FILE]: runs the second example, whose
+# Windows message file tqmsg_add_messages() converted at build time (FILE:
+# the converted file to load, such as its installed copy).
+check_events() {
+    local label=$1 runner=$2 program=$3 file=${4:-}
+    $runner "$program" $file >"$tmp/events.txt"
+    if ! diff -u "$root/examples/expected-service-events.txt" "$tmp/events.txt"; then
+        echo "FAIL: the converted-messages example built with $label printed something else" >&2
+        exit 1
+    fi
+    echo "ok: converted-messages example built with $label"
+}
+
 # build_cmake OUT FLAGS [CMAKE ARGS...]: the example through find_package.
 build_cmake() {
     local out=$1 flags=$2
@@ -75,6 +88,11 @@ relocatable_install() {
     cmake --install build/native --prefix "$prefix" >/dev/null
     build_cmake "$tmp/prefix-cmake" "" -DCMAKE_PREFIX_PATH="$prefix"
     check_run "find_package (temporary prefix)" "" "$tmp/prefix-cmake/backup_report"
+    check_events "find_package (temporary prefix)" "" "$tmp/prefix-cmake/service_events"
+    # Installed with the program: the converted file, loaded from there.
+    cmake --install "$tmp/prefix-cmake" --prefix "$tmp/app" >/dev/null
+    check_events "find_package (installed program)" "" "$tmp/app/bin/service_events" \
+        "$tmp/app/share/service_events/service_events.mc"
     PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tqmsg.pc)") \
         build_pkgconfig "$tmp/prefix-pc" "$prefix/bin/tqmsg" ""
     check_run "pkg-config (temporary prefix)" "" "$tmp/prefix-pc/backup_report"
@@ -128,6 +146,7 @@ check_packages() {
     expect_files "$dev" "$lib/libtqmsg.so" ./usr/include/tqmsg/MessageModule.h \
         ./usr/include/tqmsg/MessageTable.h ./usr/include/tqmsg/MessageModuleMaps.h \
         "$lib/cmake/tqmsg/tqmsgConfig.cmake" "$lib/cmake/tqmsg/tqmsgConfigVersion.cmake" \
+        "$lib/cmake/tqmsg/TqmsgMessages.cmake" \
         "$lib/pkgconfig/tqmsg.pc" ./usr/share/doc/libtqmsg-dev/copyright
     expect_files "$tool" ./usr/bin/tqmsg ./usr/share/man/man1/tqmsg.1.gz ./usr/share/doc/tqmsg/copyright
     expect_field "$runtime" Multi-Arch '^same$'
@@ -218,6 +237,7 @@ consume_packages() {
         { echo "FAIL: find_package did not use /usr/lib/$triplet/cmake/tqmsg" >&2; exit 1; }
     check_run "find_package (installed, $arch)" "$runner" "$out/cmake/backup_report" \
         "/usr/lib/$triplet/libtqmsg.so.1"
+    check_events "find_package (installed, $arch)" "$runner" "$out/cmake/service_events"
     PKG_CONFIG_LIBDIR=/usr/lib/$triplet/pkgconfig:/usr/share/pkgconfig \
         build_pkgconfig "$out/pc" /usr/bin/tqmsg "$flags"
     check_run "pkg-config (installed, $arch)" "$runner" "$out/pc/backup_report" \

@@ -337,6 +337,135 @@ DIGITS 1|1|Arg Index: 100.., is too big must not be more than 3 digits
 EOT
 }
 
+case_check_windows_hint() {
+    # Each row: a file's content (printf format), then the cause that the
+    # hint naming `tqmsg port` must give, or "-" where no hint may appear.
+    local n=0
+    while IFS='|' read -r content cause; do
+        n=$((n + 1))
+        printf "$content" >"$work/w$n.mc"
+        run check "$work/w$n.mc"
+        expect_status 1 "check row $n"
+        local hints
+        hints=$(grep -c 'tqmsg port' <<<"$err")
+        if [ "$cause" = - ]; then
+            [ "$hints" = 0 ] || fail "row $n: unexpected hint: $err"
+        else
+            [ "$hints" = 1 ] || fail "row $n: expected one port hint, got $hints: $err"
+            expect_in "$err" "tqmsg check: hint: $work/w$n.mc looks like a file for the Windows message compiler ($cause); convert it with: tqmsg port $work/w$n.mc -o OUT.mc"
+        fi
+    done <<'EOT'
+MessageId=1\nSymbolicName=A\nLanguage=English\nHi\n.\n|English used without LanguageNames: it is built in there
+MessageId=1\nSymbolicName=A\nHi\n.\n|English used without LanguageNames: it is built in there
+LanguageNames=(English=1:M)\nMessageId=1 Severity=Error SymbolicName=A\nLanguage=English\nHi\n.\n|several statements on one line
+LanguageNames=(English=1:M)\nMessageId=1\nSeverity=Error SymbolicName=A\nLanguage=English\nHi\n.\n|several statements on one line
+LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=MSG_LANGUAGE_GONE\nLanguage=English\nHi\n.\n|a symbolic name holding a header keyword
+LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=A\nLanguage=English\n\nHi\n.\n|a blank line at the start of a text or between statements
+LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=A\nLanguage=English\nThe language of the text\n.\n|a header keyword in the first line of a text
+LanguageNames=(English=1:M)\nMessageId=1\nLanguage=English\nHi\n.\n|a message without SymbolicName
+LanguageNames=(English=1:M)\nOutputBase = 16\n|an OutputBase statement
+LanguageNames=(English=1:M)\n\032\n|an end-of-file byte (0x1A)
+;\0 \0c\0\n\0|UTF-16 text
+FacilityNames=(Application=0x0)\n|Application declared again in FacilityNames
+LanguageNames=(English=1:M)\nMessageId=1\nFacility=System\nSymbolicName=A\nLanguage=English\nHi\n.\n|the built-in facility System
+LanguageNames=(English=1:M)\nMessageId=1L\nSymbolicName=A\nLanguage=English\nHi\n.\n|a number with a C suffix
+LanguageNames=(English=1:M)\nMessageId=1 ; first\nSymbolicName=A\nLanguage=English\nHi\n.\n|a comment after a statement
+LanguageNames=(English=1:M)\n  ; indented\n|an indented comment
+LanguageNames=(English=1:M)\r\nMessageId=1\r\nSymbolicName=A\r\nLanguage=English\r\nHi\r\n|the last text ends at the end of the file
+LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=A\nLanguage=English\nHi\n|-
+LanguageNames=(English=1:M)\nMessageId=1\nSymbolicName=A\nLanguage=French\nHi\n.\n|-
+LanguageNames=(English=1:M)\nMessageId=1\nSeverity=Fatal\nSymbolicName=A\nLanguage=English\nHi\n.\n|-
+LanguageNames=(English=1:M)\nHi there\n|-
+EOT
+    run check "$work/missing.mc"
+    grep -q 'tqmsg port' <<<"$err" && fail "a hint for a file that does not exist: $err"
+    # The hinted command converts the file into one that loads.
+    run check "$work/w3.mc"
+    local command
+    command=$(sed -n 's/.*convert it with: tqmsg //p' <<<"$err")
+    run ${command/OUT.mc/$work/w3-ported.mc}
+    expect_status 0 "the hinted command: $command"
+    run check "$work/w3-ported.mc"
+    expect_status 0 "check of the converted file"
+}
+
+case_cmake_add_messages() {
+    # A project that converts two Windows message files with
+    # tqmsg_add_messages(), builds a program including their headers, runs
+    # it, rebuilds after an edit and installs. The tool is presented as the
+    # installed package does (tqmsg::tool) and as an in-tree build does
+    # (tqmsg_tool).
+    local proj=$work/proj
+    mkdir -p "$proj"
+    printf 'MessageId=0x10 Severity=Warning SymbolicName=EVT_FIRST\nLanguage=English\nFirst %%1.\n.\n\nMessageId=+1 SymbolicName=EVT_SECOND\nLanguage=English\nSecond\n\nline.\n.\n' \
+        >"$proj/events.mc"
+    printf 'LanguageNames=(German=0x407:MSG00407)\nMessageId=1\nSymbolicName=EVT_GERMAN\nLanguage=German\nGr\366\337e\n.\n' \
+        >"$proj/german.mc"
+    cat >"$proj/CMakeLists.txt" <<'CMAKE'
+cmake_minimum_required(VERSION 3.16)
+project(add_messages_test LANGUAGES CXX)
+if(TOOL_TARGET)
+    add_executable(${TOOL_TARGET} IMPORTED)
+    set_target_properties(${TOOL_TARGET} PROPERTIES IMPORTED_LOCATION ${TQMSG_TOOL})
+endif()
+include(${TQMSG_SOURCE_DIR}/cmake/TqmsgMessages.cmake)
+add_executable(show_ids show_ids.cpp)
+tqmsg_add_messages(show_ids events.mc german.mc CODE_PAGE CP1252 LANGUAGE English=0x409
+                   DESTINATION share/ids)
+CMAKE
+    write_program() {  # prints the identifier of every symbolic name of the sources
+        { echo '#include <cstdio>'; echo '#include "events.h"'; echo '#include "german.h"'
+          echo 'int main() {'
+          grep -ho 'SymbolicName=[A-Z_]*' "$proj"/*.mc | cut -d= -f2 |
+              sed 's/.*/    std::printf("%08X\\t&\\n", static_cast<unsigned>(&));/'
+          echo '}'; } >"$proj/show_ids.cpp"
+    }
+    configure() {  # configure TOOL_TARGET [ARGS...]: into $proj/build-TOOL_TARGET
+        local compiler=${cxx%% *} flags=
+        [[ $cxx == *' '* ]] && flags=${cxx#* }
+        cmake -S "$proj" -B "$proj/build-${1//:/_}" -DCMAKE_CXX_COMPILER="$compiler" \
+            -DCMAKE_CXX_FLAGS="$flags" -DTQMSG_SOURCE_DIR="$src" -DTQMSG_TOOL="$tool" \
+            -DTQMSG_TOOL_EMULATOR="$emulator" -DTOOL_TARGET="$1" "${@:2}" >"$work/cmake.log" 2>&1
+    }
+    # list_ids BUILD: "ID<TAB>NAME" of the converted files, as the tool lists them.
+    list_ids() {
+        $emulator "$tool" list "$1"/tqmsg_messages/show_ids/{events,german}.mc --format tsv |
+            awk -F'\t' 'NR > 1 { print $1 "\t" $5 }' | sort -u
+    }
+    write_program
+    configure tqmsg::tool || fail "configure: $(cat "$work/cmake.log")"
+    local build=$proj/build-tqmsg__tool
+    cmake --build "$build" >"$work/build.log" 2>&1 || fail "build: $(cat "$work/build.log")"
+    [ "$($emulator "$build/show_ids" | sort)" = "$(list_ids "$build")" ] ||
+        fail "program and converted files disagree: $($emulator "$build/show_ids")"
+    list_ids "$build" | grep -q "^80000011	EVT_SECOND$" ||
+        fail "MessageId=+1 after 0x10 is not 0x11: $(list_ids "$build")"
+    run format "$build/tqmsg_messages/show_ids/events.mc" EVT_SECOND --lang 0x409
+    [ "$out" = $'Second\n\nline.' ] || fail "converted text: $out"
+    run format "$build/tqmsg_messages/show_ids/german.mc" EVT_GERMAN --lang German
+    [ "$out" = "Größe" ] || fail "CODE_PAGE CP1252: $out"
+    # An edited source is converted again, and the program rebuilt with it.
+    printf '\nMessageId=+1 SymbolicName=EVT_THIRD\nLanguage=English\nThird.\n.\n' >>"$proj/events.mc"
+    write_program
+    cmake --build "$build" >"$work/build.log" 2>&1 || fail "rebuild: $(cat "$work/build.log")"
+    $emulator "$build/show_ids" | grep -q "^80000012	EVT_THIRD$" || fail "not rebuilt after an edit"
+    cmake --install "$build" --prefix "$work/prefix" >/dev/null || fail "install"
+    for name in events german; do
+        cmp -s "$build/tqmsg_messages/show_ids/$name.mc" "$work/prefix/share/ids/$name.mc" ||
+            fail "$name.mc not installed into share/ids"
+    done
+    # The in-tree tool target serves the same way.
+    configure tqmsg_tool && cmake --build "$proj/build-tqmsg_tool" >"$work/build.log" 2>&1 ||
+        fail "with tqmsg_tool: $(cat "$work/cmake.log" "$work/build.log")"
+    # Without a tool, configuring fails and says what to install.
+    configure "" && fail "configured without a tool"
+    expect_in "$(cat "$work/cmake.log")" "tqmsg_add_messages needs the tqmsg tool"
+    # A source that cannot be converted fails the build with the converter's reason.
+    printf 'MessageId=1\nSeverity=Fatal\nSymbolicName=EVT_BAD\nLanguage=English\nx\n.\n' >"$proj/events.mc"
+    cmake --build "$build" >"$work/build.log" 2>&1 && fail "built from a bad source"
+    expect_in "$(cat "$work/build.log")" "events.mc:2: error: severity name not declared: Fatal"
+}
+
 declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
 "case_$case_name"
 exit $((failures > 0))

@@ -1,0 +1,95 @@
+# tqmsg_add_messages: the build step that turns message files written for the
+# Windows message compiler into files this library loads, so that one .mc file
+# stays the source of both the Windows and the Linux build.
+#
+#   tqmsg_add_messages(<target> <file.mc>...
+#                      [CODE_PAGE <iconv name>]     8-bit input's code page
+#                      [LANGUAGE <NAME>=<ID>...]    language identifiers to use
+#                      [DESTINATION <dir>])         default: <datadir>/<target>
+#
+# For each file, `tqmsg port` runs at build time (again whenever the file or
+# the tool changes) and writes <name>.mc and its header <name>.h into a
+# directory of the target's own, which goes on the target's include path:
+# the program keeps its `#include "<name>.h"`. The converted files are
+# installed with the target; the target's property TQMSG_MESSAGES_DIR holds
+# the build-tree directory, for running the program before installing it.
+#
+# The tool is the tqmsg_tool target when tqmsg is built in the same project,
+# otherwise tqmsg::tool from find_package(tqmsg). TQMSG_TOOL_EMULATOR, when
+# set, is a command that runs the tool (qemu-i386 for an i386 tool on a host
+# that cannot run one); an in-tree tool uses CMAKE_CROSSCOMPILING_EMULATOR.
+include_guard(GLOBAL)
+include(GNUInstallDirs)
+
+# Sets TOOL_VAR to the command that runs the tool and DEPENDS_VAR to what the
+# generated files depend on besides their source.
+function(_tqmsg_messages_tool tool_var depends_var)
+    if(TARGET tqmsg_tool)
+        set(_tool tqmsg_tool)
+        set(_emulator ${CMAKE_CROSSCOMPILING_EMULATOR})
+    elseif(TARGET tqmsg::tool)
+        set(_tool tqmsg::tool)
+        set(_emulator "")
+    else()
+        message(FATAL_ERROR "tqmsg_add_messages needs the tqmsg tool: build tqmsg with "
+                            "TQMSG_BUILD_TOOLS, or install it (the Debian package tqmsg) and "
+                            "call find_package(tqmsg COMPONENTS tool)")
+    endif()
+    if(TQMSG_TOOL_EMULATOR)
+        set(_emulator ${TQMSG_TOOL_EMULATOR})
+    endif()
+    set(${tool_var} ${_emulator} $<TARGET_FILE:${_tool}> PARENT_SCOPE)
+    set(${depends_var} ${_tool} $<TARGET_FILE:${_tool}> PARENT_SCOPE)
+endfunction()
+
+function(tqmsg_add_messages target)
+    cmake_parse_arguments(PARSE_ARGV 1 _arg "" "CODE_PAGE;DESTINATION" "LANGUAGE")
+    set(_sources ${_arg_UNPARSED_ARGUMENTS})
+    if(NOT TARGET ${target})
+        message(FATAL_ERROR "tqmsg_add_messages: no target named ${target}")
+    endif()
+    if(NOT _sources)
+        message(FATAL_ERROR "tqmsg_add_messages(${target}): no message file given")
+    endif()
+    if(NOT _arg_DESTINATION)
+        set(_arg_DESTINATION ${CMAKE_INSTALL_DATADIR}/${target})
+    endif()
+    set(_options "")
+    if(_arg_CODE_PAGE)
+        list(APPEND _options --code-page ${_arg_CODE_PAGE})
+    endif()
+    foreach(_language IN LISTS _arg_LANGUAGE)
+        if(NOT _language MATCHES "^[^=]+=.+$")
+            message(FATAL_ERROR "tqmsg_add_messages(${target}): LANGUAGE expects NAME=ID, "
+                                "got: ${_language}")
+        endif()
+        list(APPEND _options --language ${_language})
+    endforeach()
+    _tqmsg_messages_tool(_tool _tool_depends)
+
+    set(_dir ${CMAKE_CURRENT_BINARY_DIR}/tqmsg_messages/${target})
+    set(_outputs "")
+    set(_names "")
+    foreach(_source IN LISTS _sources)
+        get_filename_component(_source ${_source} ABSOLUTE)
+        get_filename_component(_name ${_source} NAME_WLE)
+        if(_name IN_LIST _names)
+            message(FATAL_ERROR "tqmsg_add_messages(${target}): two message files named "
+                                "${_name}: their outputs would overwrite each other")
+        endif()
+        list(APPEND _names ${_name})
+        set(_converted ${_dir}/${_name}.mc)
+        set(_header ${_dir}/${_name}.h)
+        add_custom_command(OUTPUT ${_converted} ${_header}
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${_dir}
+            COMMAND ${_tool} port ${_source} -o ${_converted} --header ${_header} ${_options}
+            DEPENDS ${_source} ${_tool_depends}
+            COMMENT "Converting ${_name}.mc for tqmsg (${target})"
+            VERBATIM)
+        list(APPEND _outputs ${_converted} ${_header})
+        install(FILES ${_converted} DESTINATION ${_arg_DESTINATION})
+    endforeach()
+    target_sources(${target} PRIVATE ${_outputs})
+    target_include_directories(${target} PRIVATE ${_dir})
+    set_target_properties(${target} PROPERTIES TQMSG_MESSAGES_DIR ${_dir})
+endfunction()
