@@ -1,8 +1,7 @@
 // Decode, read, resolve, name and assemble: the steps of a conversion.
 #include "PortConverter.h"
 
-#include <cstdio>
-
+#include "HexText.h"
 #include "IdentifierResolver.h"
 #include "InputDecoder.h"
 #include "NameRules.h"
@@ -10,12 +9,6 @@
 #include "WindowsReader.h"
 
 namespace {
-
-std::string hex(unsigned long value) {
-    char buffer[16];  // "0x" + 8 digits
-    std::snprintf(buffer, sizeof(buffer), "0x%lX", value);
-    return buffer;
-}
 
 std::vector<std::string> comments(const std::string& fileName, const PortOptions& options,
                                   const std::string& encoding) {
@@ -51,8 +44,8 @@ PortResult portMessageFile(const std::string& bytes, const std::string& fileName
                         "every identifier with it 0"};
     }
     DecodedInput input = decodeInput(bytes, options.codePage, report);
-    WindowsSource source = readWindowsSource(input.lines, report);
-    PortedFile file = resolveIdentifiers(source, options.resolve, report);
+    PortedFile file =
+        resolveIdentifiers(readWindowsSource(input.lines, report), options.resolve, report);
     FileNames names = nameEverything(file, fileName, options.namePrefix, report);
 
     PortResult result;

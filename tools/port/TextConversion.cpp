@@ -1,6 +1,8 @@
 // Line-by-line rewriting of Windows message texts.
 #include "TextConversion.h"
 
+#include <algorithm>
+
 #include "MessageModule.h"
 #include "TextUnits.h"
 
@@ -28,11 +30,25 @@ std::string spelled(const InsertUse& use) {
     return use.format == "%s" ? number : number + "!" + use.format.substr(1) + "!";
 }
 
+// False when `line` certainly holds no insert the check below would report:
+// one needs a format ("!") or a number of three digits.
+bool mayHoldUnportableInsert(const std::string& line) {
+    if (line.find('!') != std::string::npos) return true;
+    for (size_t at = line.find('%'); at != std::string::npos; at = line.find('%', at + 1)) {
+        if (at + 3 < line.size() && isDigit(line[at + 1]) && isDigit(line[at + 2]) &&
+            isDigit(line[at + 3])) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // Warns about the inserts of `line` that the two formatters read differently:
 // the Windows formatter has inserts 1 to 99 and gives a "*" width or precision
 // the next insert, while this library's formatter refuses "*" (and some other
 // formats) and fails on the whole text.
 void checkInserts(const std::string& line, int number, PortReport& report) {
+    if (!mayHoldUnportableInsert(line)) return;
     std::vector<InsertUse> inserts;
     try {
         inserts = MessageModule::findInserts(line);
@@ -60,12 +76,15 @@ void checkInserts(const std::string& line, int number, PortReport& report) {
     }
 }
 
-// Drops trailing blanks, but not one that a "%" escapes.
-std::string withoutTrailingBlanks(const std::string& line, int number, PortReport& report) {
-    size_t end = line.find_last_not_of(" \t\f\v");
-    std::string kept = end == std::string::npos ? "" : line.substr(0, end + 1);
-    if (endsWithLonePercent(kept) && kept.size() < line.size()) kept += line[kept.size()];
-    if (kept.size() < line.size()) {
+// The length of `line` without its trailing blanks, but with one that a "%"
+// escapes.
+size_t keptLength(const std::string& line, int number, PortReport& report) {
+    size_t kept = line.find_last_not_of(" \t\f\v") + 1;  // 0 for a blank line
+    if (kept > 0 && kept < line.size() && line[kept - 1] == '%' &&
+        endsWithLonePercent(line.substr(0, kept))) {
+        ++kept;
+    }
+    if (kept < line.size()) {
         report.warn(number, WarningKind::Undocumented, "trailing blanks of a text line dropped");
     }
     return kept;
@@ -81,15 +100,21 @@ size_t unclosedFormat(const std::string& text, size_t pos) {
     return opens && text.find('!', digits + 1) == std::string::npos ? digits : std::string::npos;
 }
 
-std::string convertLine(const std::string& line, int number, PortReport& report) {
-    std::string text = withoutTrailingBlanks(line, number, report);
+// `text` (trailing blanks already dropped) with the escapes rewritten.
+std::string convertKept(const std::string& text, int number, PortReport& report) {
     bool textAfterZero = false;
     std::string out;
     out.reserve(text.size() + 8);
     for (size_t pos = 0; pos < text.size();) {
+        if (text[pos] != '%') {  // plain text up to the next escape, copied as it is
+            size_t next = std::min(text.find('%', pos), text.size());
+            out.append(text, pos, next - pos);
+            pos = next;
+            continue;
+        }
         size_t end = unitEnd(text, pos);
-        if (text[pos] != '%' || end == pos + 1) {
-            out.append(text, pos, end - pos);
+        if (end == pos + 1) {
+            out += '%';
         } else if (isDigit(text[pos + 1])) {
             textAfterZero = textAfterZero || (text[pos + 1] == '0' && end < text.size());
             size_t bang = text[pos + 1] == '0' ? std::string::npos : unclosedFormat(text, pos);
@@ -123,6 +148,12 @@ std::string convertLine(const std::string& line, int number, PortReport& report)
     }
     checkInserts(out, number, report);
     return out;
+}
+
+std::string convertLine(const std::string& line, int number, PortReport& report) {
+    size_t kept = keptLength(line, number, report);
+    return kept < line.size() ? convertKept(line.substr(0, kept), number, report)
+                              : convertKept(line, number, report);
 }
 
 }  // namespace
