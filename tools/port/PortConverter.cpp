@@ -20,7 +20,7 @@ std::vector<std::string> comments(const std::string& fileName, const PortOptions
 
 MessageDefinition definition(const PortedMessage& message, const FileNames& names,
                              const std::string& symbolicName, const PortOptions& options,
-                             PortReport& report) {
+                             TextConversionState& texts, PortReport& report) {
     MessageDefinition out;
     out.code = static_cast<long>(message.id & 0xFFFF);
     out.severity = names.severities[message.severity];
@@ -28,7 +28,7 @@ MessageDefinition definition(const PortedMessage& message, const FileNames& name
     out.symbolicName = symbolicName;
     for (const PortedText& text : message.texts) {
         out.texts.push_back({names.languages[text.language],
-                             convertTextLines(text.lines, text.lineNumbers, report),
+                             convertTextLines(text.lines, text.lineNumbers, texts, report),
                              options.finalLineBreak});
     }
     return out;
@@ -55,13 +55,14 @@ PortResult portMessageFile(const std::string& bytes, const std::string& fileName
     result.content.severities = names.severityEntries;
     result.content.facilities = names.facilityEntries;
     result.content.definitions.reserve(file.messages.size());
+    TextConversionState texts;
     for (size_t i = 0; i < file.messages.size(); ++i) {
         const PortedMessage& message = file.messages[i];
         if (!names.headerNames[i].empty()) {
             result.headerNames.push_back({names.headerNames[i], message.id, i});
         }
         result.content.definitions.push_back(
-            definition(message, names, names.symbolicNames[i], options, report));
+            definition(message, names, names.symbolicNames[i], options, texts, report));
     }
     return result;
 }

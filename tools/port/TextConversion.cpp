@@ -2,6 +2,7 @@
 #include "TextConversion.h"
 
 #include <algorithm>
+#include <set>
 
 #include "MessageModule.h"
 #include "TextUnits.h"
@@ -30,15 +31,22 @@ std::string spelled(const InsertUse& use) {
     return use.format == "%s" ? number : number + "!" + use.format.substr(1) + "!";
 }
 
+// "!d!" for the insert "%2!d!": how a format stands in a line.
+std::string formatKey(const InsertUse& use) { return "!" + use.format.substr(1) + "!"; }
+
 // False when `line` certainly holds no insert the check below would report:
-// one needs a format ("!") or a number of three digits.
-bool mayHoldUnportableInsert(const std::string& line) {
-    if (line.find('!') != std::string::npos) return true;
-    for (size_t at = line.find('%'); at != std::string::npos; at = line.find('%', at + 1)) {
-        if (at + 3 < line.size() && isDigit(line[at + 1]) && isDigit(line[at + 2]) &&
-            isDigit(line[at + 3])) {
-            return true;
+// that needs a number of three digits, an unclosed format or a format the
+// library's formatter has not been seen to accept.
+bool needsInsertCheck(const std::string& line, const std::set<std::string>& accepted) {
+    for (size_t at = line.find('%'); at != std::string::npos;) {
+        size_t end = unitEnd(line, at);
+        if (end > at + 1 && line[at + 1] >= '1' && line[at + 1] <= '9') {
+            size_t digits = at + 1;
+            while (digits < end && isDigit(line[digits])) ++digits;
+            if (digits - at - 1 >= 3) return true;
+            if (digits < end && accepted.count(line.substr(digits, end - digits)) == 0) return true;
         }
+        at = line.find('%', end);
     }
     return false;
 }
@@ -47,8 +55,9 @@ bool mayHoldUnportableInsert(const std::string& line) {
 // the Windows formatter has inserts 1 to 99 and gives a "*" width or precision
 // the next insert, while this library's formatter refuses "*" (and some other
 // formats) and fails on the whole text.
-void checkInserts(const std::string& line, int number, PortReport& report) {
-    if (!mayHoldUnportableInsert(line)) return;
+void checkInserts(const std::string& line, int number, TextConversionState& state,
+                  PortReport& report) {
+    if (!needsInsertCheck(line, state.acceptedFormats)) return;
     std::vector<InsertUse> inserts;
     try {
         inserts = MessageModule::findInserts(line);
@@ -58,6 +67,9 @@ void checkInserts(const std::string& line, int number, PortReport& report) {
         return;
     }
     for (const InsertUse& use : inserts) {
+        if (use.info.kind != InsertFormatInfo::REFUSED && use.format != "%s") {
+            state.acceptedFormats.insert(formatKey(use));
+        }
         std::string insert = spelled(use);
         if (use.number > 99) {
             std::string tens = std::to_string(use.number);
@@ -101,7 +113,8 @@ size_t unclosedFormat(const std::string& text, size_t pos) {
 }
 
 // `text` (trailing blanks already dropped) with the escapes rewritten.
-std::string convertKept(const std::string& text, int number, PortReport& report) {
+std::string convertKept(const std::string& text, int number, TextConversionState& state,
+                        PortReport& report) {
     bool textAfterZero = false;
     std::string out;
     out.reserve(text.size() + 8);
@@ -146,24 +159,27 @@ std::string convertKept(const std::string& text, int number, PortReport& report)
                     "a \"%\" alone at the end of a line dropped");
         out.pop_back();
     }
-    checkInserts(out, number, report);
+    checkInserts(out, number, state, report);
     return out;
 }
 
-std::string convertLine(const std::string& line, int number, PortReport& report) {
+std::string convertLine(const std::string& line, int number, TextConversionState& state,
+                        PortReport& report) {
     size_t kept = keptLength(line, number, report);
-    return kept < line.size() ? convertKept(line.substr(0, kept), number, report)
-                              : convertKept(line, number, report);
+    return kept < line.size() ? convertKept(line.substr(0, kept), number, state, report)
+                              : convertKept(line, number, state, report);
 }
 
 }  // namespace
 
 std::vector<std::string> convertTextLines(const std::vector<std::string>& lines,
-                                          const std::vector<int>& lineNumbers, PortReport& report) {
+                                          const std::vector<int>& lineNumbers,
+                                          TextConversionState& state, PortReport& report) {
     std::vector<std::string> out;
     out.reserve(lines.size());
     for (size_t i = 0; i < lines.size(); ++i) {
-        out.push_back(convertLine(lines[i], i < lineNumbers.size() ? lineNumbers[i] : 0, report));
+        int number = i < lineNumbers.size() ? lineNumbers[i] : 0;
+        out.push_back(convertLine(lines[i], number, state, report));
     }
     return out;
 }
