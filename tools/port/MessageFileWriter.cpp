@@ -3,7 +3,7 @@
 
 #include <strings.h>
 
-#include <cstring>
+#include <array>
 
 #include "Caseless.h"
 #include "HexText.h"
@@ -133,6 +133,38 @@ void appendDefinition(std::string& out, const MessageDefinition& definition, Nam
     out.append(1, '\n');
 }
 
+// True for the first letters of the reader's keywords.
+bool startsKeyword(char lowerCaseLetter) {
+    static const std::array<bool, 256> starts = [] {
+        std::array<bool, 256> table{};
+        for (NameRole role : {NameRole::SymbolicName, NameRole::Language, NameRole::Severity}) {
+            for (const char* keyword : keywordsBefore(role)) {
+                table[static_cast<unsigned char>(keyword[0])] = true;
+            }
+        }
+        return table;
+    }();
+    return starts[static_cast<unsigned char>(lowerCaseLetter)];
+}
+
+// True for the characters that end a name on its line, or the line itself.
+bool splitsName(char c) {
+    switch (c) {
+        case ' ':
+        case '\t':
+        case '\r':
+        case '\n':
+        case '\0':
+        case '=':
+        case '(':
+        case ')':
+        case ';':
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 std::string misreadKeyword(const std::string& name, NameRole role) {
@@ -140,6 +172,7 @@ std::string misreadKeyword(const std::string& name, NameRole role) {
     size_t found = keywords.size();  // the first in the reader's order found so far
     for (size_t at = 0; at < name.size() && found > 0; ++at) {
         const char c = asciiLower(name[at]);
+        if (!startsKeyword(c)) continue;
         for (size_t k = 0; k < found; ++k) {
             if (keywords[k][0] == c && startsCaseless(name, at, keywords[k])) {
                 found = k;
@@ -153,7 +186,7 @@ std::string misreadKeyword(const std::string& name, NameRole role) {
 bool writableName(const std::string& name, NameRole role) {
     if (name.empty()) return false;
     for (char c : name) {
-        if (std::strchr(" \t\r\n=();", c) != nullptr) return false;  // '\0' too
+        if (splitsName(c)) return false;
     }
     return misreadKeyword(name, role).empty();
 }
