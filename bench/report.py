@@ -28,6 +28,14 @@ def main():
         mbs = get(name, "bytes_per_second") / 1e6
         rows.append((label, f"{ms:.1f} ms, {mbs:.0f} MB/s", "", "", "",
                      ">= 100 MB/s", "yes" if mbs >= 100 else "NO"))
+    for port, load, label in (("BM_PortLargestCorpusFile", "BM_LoadLargestCorpusFile",
+                               "Port largest corpus file (as for Windows)"),
+                              ("BM_PortCatalogue", "BM_LoadCatalogue", "Port catalogue")):
+        ms = get(port, "real_time")
+        ratio = ms / get(load, "real_time")
+        rows.append((label, f"{ms:.1f} ms, {get(port, 'bytes_per_second') / 1e6:.0f} MB/s", "",
+                     "", f"{ratio:.2f} x its load", "<= 2 x its load",
+                     "yes" if ratio <= 2 else "NO"))
     tq = get("BM_TqCompoundLangLookup", "cpu_time")
     gt = get("BM_GettextThenSnprintf", "cpu_time")
     fl = get("BM_SnprintfFloor", "cpu_time")

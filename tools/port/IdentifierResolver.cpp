@@ -1,26 +1,14 @@
 // Name tables, carry-over and message numbering of the Windows dialect.
 #include "IdentifierResolver.h"
 
-#include <cstdio>
 #include <map>
 #include <set>
 
+#include "Caseless.h"
+#include "HexText.h"
 #include "MessageTable.h"
 
 namespace {
-
-std::string lowerCase(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
-}
-
-std::string hex(unsigned long value) {
-    char buffer[16];  // "0x" + 8 digits
-    std::snprintf(buffer, sizeof(buffer), "0x%lX", value);
-    return buffer;
-}
 
 // The names of one kind the file may use, and the ones its messages use.
 class NameTable {
@@ -33,16 +21,20 @@ public:
                                       " is out of range (0 to " + hex(maximum_) + ")"};
         }
         declared_[lowerCase(name.name)] = name;
+        lastName_.clear();
     }
     // Changes the value of a declared name; false when there is none.
     bool move(const std::string& name, unsigned long value) {
         auto found = declared_.find(lowerCase(name));
         if (found == declared_.end()) return false;
         found->second.value = value;
+        lastName_.clear();
         return true;
     }
     // The index in `used` of the declared `name`; throws when undeclared.
     size_t use(const std::string& name, int line, std::vector<UsedName>& used) {
+        // Messages name the same few severities, facilities and languages.
+        if (!name.empty() && name == lastName_) return lastIndex_;
         auto found = declared_.find(lowerCase(name));
         if (found == declared_.end()) {
             throw PortError{line, std::string(kind_) + " name not declared: " + name};
@@ -50,9 +42,13 @@ public:
         const UsedName& declared = found->second;
         auto key = std::make_pair(lowerCase(declared.name), declared.value);
         auto index = usedIndex_.find(key);
-        if (index != usedIndex_.end()) return index->second;
-        used.push_back(declared);
-        return usedIndex_[key] = used.size() - 1;
+        if (index == usedIndex_.end()) {
+            used.push_back(declared);
+            index = usedIndex_.emplace(key, used.size() - 1).first;
+        }
+        lastName_ = name;
+        lastIndex_ = index->second;
+        return lastIndex_;
     }
 
 private:
@@ -60,6 +56,8 @@ private:
     unsigned long maximum_;
     std::map<std::string, UsedName> declared_;
     std::map<std::pair<std::string, unsigned long>, size_t> usedIndex_;
+    std::string lastName_;  // the name used last, as written, and its index;
+    size_t lastIndex_ = 0;  // "" after a declaration changed the table
 };
 
 class Resolver {
@@ -81,7 +79,7 @@ public:
         }
     }
 
-    PortedFile resolve(const WindowsSource& source) {
+    PortedFile resolve(WindowsSource& source) {
         for (const SourceItem& item : source.order) {
             if (item.isEntry) {
                 declare(source.entries[item.index]);
@@ -109,7 +107,8 @@ private:
         for (auto& moved : options_.languageMoves) languages_.move(moved.first, moved.second);
     }
 
-    void define(const SourceDefinition& definition) {
+    // Moves the texts of `definition` into the resolved message.
+    void define(SourceDefinition& definition) {
         if (definition.texts.empty()) {
             report_.warn(definition.line, WarningKind::Dropped,
                          "a message without any Language= text is dropped");
@@ -124,10 +123,11 @@ private:
         const UsedName& facility = file_.facilities[message.facility];
         unsigned long code = number(definition, facility);
         message.id = file_.severities[message.severity].value << 30 | facility.value << 16 | code;
-        for (const SourceText& text : definition.texts) {
+        for (SourceText& text : definition.texts) {
             size_t language =
                 languages_.use(text.language.text, text.language.line, file_.languages);
-            message.texts.push_back({language, text.language.line, text.lines, text.lineNumbers});
+            message.texts.push_back(
+                {language, text.language.line, std::move(text.lines), std::move(text.lineNumbers)});
         }
         if (!message.texts.empty()) file_.messages.push_back(std::move(message));
     }
@@ -197,7 +197,7 @@ private:
 
 }  // namespace
 
-PortedFile resolveIdentifiers(const WindowsSource& source, const ResolveOptions& options,
+PortedFile resolveIdentifiers(WindowsSource source, const ResolveOptions& options,
                               PortReport& report) {
     return Resolver(options, report).resolve(source);
 }

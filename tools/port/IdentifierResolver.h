@@ -12,7 +12,7 @@
 
 // Throws PortError for an undeclared name, a value out of range or two texts
 // for one identifier in one language.
-PortedFile resolveIdentifiers(const WindowsSource& source, const ResolveOptions& options,
+PortedFile resolveIdentifiers(WindowsSource source, const ResolveOptions& options,
                               PortReport& report);
 
 #endif  // TQMSG_PORT_IDENTIFIER_RESOLVER_H

@@ -3,8 +3,10 @@
 
 #include <strings.h>
 
-#include <cstdio>
+#include <array>
 
+#include "Caseless.h"
+#include "HexText.h"
 #include "MessageTable.h"
 
 namespace {
@@ -40,42 +42,49 @@ const std::string& languageKeyword() {
 // The keywords that classify the line a name of `role` stands on, in the
 // reader's order, up to the one the line is meant to match. The top-level
 // keywords count for a language: its line also opens continuation blocks.
-std::vector<const char*> keywordsBefore(NameRole role) {
+const std::vector<const char*>& keywordsBefore(NameRole role) {
+    static const std::vector<const char*> facility;
+    static const std::vector<const char*> severity{MessageTable::MESSAGE_FACILITY};
+    static const std::vector<const char*> language{
+        MessageTable::MESSAGE_FACILITY, MessageTable::MESSAGE_SEVERITY,
+        MessageTable::LANGUAGE_NAMES,   MessageTable::FACILITY_NAMES,
+        MessageTable::SEV_NAMES,        MessageTable::MESSAGE_ID_TYPEDEF};
+    // A symbolic name must hold none of the header keywords, its own included.
+    static const std::vector<const char*> symbolicName{
+        MessageTable::MESSAGE_FACILITY, MessageTable::MESSAGE_SEVERITY,
+        MessageTable::MESSAGE_LANGUAGE, MessageTable::MESSAGE_OUTPUT_BASE,
+        MessageTable::MESSAGE_SYMBOLIC_NAME};
     switch (role) {
         case NameRole::Facility:
-            return {};
+            return facility;
         case NameRole::Severity:
-            return {MessageTable::MESSAGE_FACILITY};
+            return severity;
         case NameRole::Language:
-            return {MessageTable::MESSAGE_FACILITY, MessageTable::MESSAGE_SEVERITY,
-                    MessageTable::LANGUAGE_NAMES,   MessageTable::FACILITY_NAMES,
-                    MessageTable::SEV_NAMES,        MessageTable::MESSAGE_ID_TYPEDEF};
+            return language;
         case NameRole::SymbolicName:
             break;
     }
-    // A symbolic name must hold none of the header keywords, its own included.
-    return {MessageTable::MESSAGE_FACILITY, MessageTable::MESSAGE_SEVERITY,
-            MessageTable::MESSAGE_LANGUAGE, MessageTable::MESSAGE_OUTPUT_BASE,
-            MessageTable::MESSAGE_SYMBOLIC_NAME};
-}
-
-std::string lowerCase(const std::string& text) {
-    std::string lower = text;
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
-
-std::string hex(long number) {
-    char buffer[16];  // "0x" + 8 digits
-    std::snprintf(buffer, sizeof(buffer), "0x%lX", number & 0xFFFFFFFFL);
-    return buffer;
+    return symbolicName;
 }
 
 void checkName(const std::string& name, NameRole role) {
     if (!writableName(name, role)) throw UnwritableText("name not readable back: " + name);
 }
+
+// Checks each name once in a row: a file repeats its few language, severity
+// and facility names in every definition.
+class NameChecks {
+public:
+    void operator()(const std::string& name, NameRole role) {
+        std::string& last = last_[static_cast<int>(role)];
+        if (!name.empty() && name == last) return;
+        checkName(name, role);
+        last = name;
+    }
+
+private:
+    std::string last_[4];  // by role
+};
 
 void writeList(std::ostream& out, const std::string& keyword, const std::vector<NameEntry>& entries,
                NameRole role) {
@@ -83,7 +92,8 @@ void writeList(std::ostream& out, const std::string& keyword, const std::vector<
     out << keyword << '=' << MessageTable::HEADER_NAMES_BEGIN << '\n';
     for (const NameEntry& entry : entries) {
         checkName(entry.name, role);
-        out << "    " << entry.name << '=' << hex(entry.number);
+        out << "    " << entry.name << '='
+            << hex(static_cast<unsigned long>(entry.number) & 0xFFFFFFFFUL);
         if (!entry.symbol.empty()) {
             checkName(entry.symbol, NameRole::Facility);
             out << ':' << entry.symbol;
@@ -93,40 +103,91 @@ void writeList(std::ostream& out, const std::string& keyword, const std::vector<
     out << MessageTable::HEADER_NAMES_END << "\n\n";
 }
 
-void writeText(std::ostream& out, const LanguageText& text) {
-    checkName(text.language, NameRole::Language);
-    out << languageKeyword() << '=' << text.language << '\n';
-    for (const std::string& line : writeTextLines(text.lines, text.finalLineBreak)) {
-        out << line << '\n';
-    }
-    out << MessageTable::MESSAGE_END_MARKER << '\n';
+// Appends "keyword=value" and a line feed.
+void appendStatement(std::string& out, const std::string& keyword, const std::string& value) {
+    out.append(keyword).append(1, '=').append(value).append(1, '\n');
 }
 
-void writeDefinition(std::ostream& out, const MessageDefinition& definition) {
-    checkName(definition.severity, NameRole::Severity);
-    checkName(definition.facility, NameRole::Facility);
-    checkName(definition.symbolicName, NameRole::SymbolicName);
+void appendText(std::string& out, const LanguageText& text, NameChecks& check) {
+    check(text.language, NameRole::Language);
+    appendStatement(out, languageKeyword(), text.language);
+    for (const std::string& line : writeTextLines(text.lines, text.finalLineBreak)) {
+        out.append(line).append(1, '\n');
+    }
+    out.append(MessageTable::MESSAGE_END_MARKER).append(1, '\n');
+}
+
+// A definition is composed in memory and written at once: a stream pays for
+// every insertion.
+void appendDefinition(std::string& out, const MessageDefinition& definition, NameChecks& check) {
+    check(definition.severity, NameRole::Severity);
+    check(definition.facility, NameRole::Facility);
+    check(definition.symbolicName, NameRole::SymbolicName);
     if (definition.texts.empty()) throw UnwritableText("a message without text");
-    out << messageIdKeyword() << '=' << hex(definition.code) << '\n'
-        << severityKeyword() << '=' << definition.severity << '\n'
-        << facilityKeyword() << '=' << definition.facility << '\n'
-        << symbolicNameKeyword() << '=' << definition.symbolicName << '\n';
-    for (const LanguageText& text : definition.texts) writeText(out, text);
-    out << '\n';
+    appendStatement(out, messageIdKeyword(),
+                    hex(static_cast<unsigned long>(definition.code) & 0xFFFFFFFFUL));
+    appendStatement(out, severityKeyword(), definition.severity);
+    appendStatement(out, facilityKeyword(), definition.facility);
+    appendStatement(out, symbolicNameKeyword(), definition.symbolicName);
+    for (const LanguageText& text : definition.texts) appendText(out, text, check);
+    out.append(1, '\n');
+}
+
+// True for the first letters of the reader's keywords.
+bool startsKeyword(char lowerCaseLetter) {
+    static const std::array<bool, 256> starts = [] {
+        std::array<bool, 256> table{};
+        for (NameRole role : {NameRole::SymbolicName, NameRole::Language, NameRole::Severity}) {
+            for (const char* keyword : keywordsBefore(role)) {
+                table[static_cast<unsigned char>(keyword[0])] = true;
+            }
+        }
+        return table;
+    }();
+    return starts[static_cast<unsigned char>(lowerCaseLetter)];
+}
+
+// True for the characters that end a name on its line, or the line itself.
+bool splitsName(char c) {
+    switch (c) {
+        case ' ':
+        case '\t':
+        case '\r':
+        case '\n':
+        case '\0':
+        case '=':
+        case '(':
+        case ')':
+        case ';':
+            return true;
+        default:
+            return false;
+    }
 }
 
 }  // namespace
 
 std::string misreadKeyword(const std::string& name, NameRole role) {
-    std::string lower = lowerCase(name);
-    for (const char* keyword : keywordsBefore(role)) {
-        if (lower.find(keyword) != std::string::npos) return keyword;
+    const std::vector<const char*>& keywords = keywordsBefore(role);
+    size_t found = keywords.size();  // the first in the reader's order found so far
+    for (size_t at = 0; at < name.size() && found > 0; ++at) {
+        const char c = asciiLower(name[at]);
+        if (!startsKeyword(c)) continue;
+        for (size_t k = 0; k < found; ++k) {
+            if (keywords[k][0] == c && startsCaseless(name, at, keywords[k])) {
+                found = k;
+                break;
+            }
+        }
     }
-    return "";
+    return found < keywords.size() ? keywords[found] : "";
 }
 
 bool writableName(const std::string& name, NameRole role) {
-    if (name.empty() || name.find_first_of(" \t\r\n=();") != std::string::npos) return false;
+    if (name.empty()) return false;
+    for (char c : name) {
+        if (splitsName(c)) return false;
+    }
     return misreadKeyword(name, role).empty();
 }
 
@@ -141,7 +202,11 @@ void writeMessageFile(std::ostream& out, const MessageFileContent& content) {
               NameRole::Severity);
     writeList(out, spelled(MessageTable::FACILITY_NAMES, "FacilityNames"), content.facilities,
               NameRole::Facility);
+    NameChecks check;
+    std::string block;
     for (const MessageDefinition& definition : content.definitions) {
-        writeDefinition(out, definition);
+        block.clear();
+        appendDefinition(block, definition, check);
+        out.write(block.data(), static_cast<std::streamsize>(block.size()));
     }
 }

@@ -1,33 +1,22 @@
 // Renaming, made-up names and the name lists of a converted file.
 #include "NameRules.h"
 
-#include <cstdio>
 #include <map>
 #include <set>
+#include <unordered_map>
 
+#include "Caseless.h"
+#include "HexText.h"
 #include "MessageTable.h"
 
 namespace {
-
-std::string lowerCase(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
-}
-
-std::string hexDigits(unsigned long value, const char* format) {
-    char buffer[16];  // 8 digits
-    std::snprintf(buffer, sizeof(buffer), format, value);
-    return buffer;
-}
 
 // `name` with "_" after the first letter of every keyword that spoils it in
 // `role`: ERROR_LANGUAGE becomes ERROR_L_ANGUAGE.
 std::string unspoiled(std::string name, NameRole role) {
     for (std::string keyword = misreadKeyword(name, role); !keyword.empty();
          keyword = misreadKeyword(name, role)) {
-        name.insert(lowerCase(name).find(keyword) + 1, "_");
+        name.insert(findCaseless(name, keyword.c_str()) + 1, "_");
     }
     return name;
 }
@@ -48,28 +37,26 @@ std::string filePrefix(const std::string& fileName) {
 class SymbolicNamer {
 public:
     SymbolicNamer(const std::string& fileName, const std::string& prefix, PortReport& report)
-        : filePrefix_(filePrefix(fileName)), prefix_(prefix), report_(report) {}
+        : madeUpPrefix_(unspoiled(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
+          prefix_(prefix),
+          report_(report) {}
 
     // The written and the header name of one message.
     std::pair<std::string, std::string> name(const PortedMessage& message) {
         const std::string& original = message.symbolicName;
-        std::string id = hexDigits(message.id, "%08lX");
+        if (original.empty()) return {madeUpName(message), ""};
         std::string base = original, header = original;
-        if (original.empty()) {
-            base = filePrefix_ + "_" + id;
-        } else {
-            auto first = firstId_.emplace(original, message.id);
-            if (first.first->second == message.id && written_.count(original)) {
-                return {written_[original], ""};
-            }
-            if (first.first->second != message.id) {
-                base = original + "_" + id;
-                header = "";
-            }
+        auto first = firstId_.emplace(original, message.id);
+        if (first.first->second == message.id && written_.count(original)) {
+            return {written_[original], ""};
         }
-        std::string written = unique(prefix_ + unspoiled(base, NameRole::SymbolicName), message.id);
+        if (first.first->second != message.id) {
+            base = original + "_" + upperHex(message.id, 8);
+            header = "";
+        }
+        std::string written = unique(unspoiled(prefix_ + base, NameRole::SymbolicName), message.id);
         reportChange(message, original, written);
-        if (!original.empty() && header == original) written_[original] = written;
+        if (header == original) written_[original] = written;
         return {written, header};
     }
 
@@ -83,27 +70,33 @@ private:
         }
     }
 
+    // The file prefix and the identifier: "_" and hexadecimal digits after the
+    // checked prefix make no keyword.
+    std::string madeUpName(const PortedMessage& message) {
+        std::string written = unique(madeUpPrefix_ + upperHex(message.id, 8), message.id);
+        report_.warn(
+            message.line, WarningKind::MadeUpName,
+            "message 0x" + upperHex(message.id, 8) + " has no SymbolicName: named " + written);
+        return written;
+    }
+
     void reportChange(const PortedMessage& message, const std::string& original,
                       const std::string& written) {
-        if (original.empty()) {
-            report_.warn(message.line, WarningKind::MadeUpName,
-                         "message " + hexDigits(message.id, "0x%08lX") +
-                             " has no SymbolicName: named " + written);
-        } else if (written != prefix_ + original) {
-            report_.warn(message.line, WarningKind::Renamed,
-                         "SymbolicName " + original + " renamed " + written +
-                             (firstId_[original] != message.id
-                                  ? " (it already names message " +
-                                        hexDigits(firstId_[original], "0x%08lX") + ")"
-                                  : " (the library would misread it)"));
+        if (written != prefix_ + original) {
+            report_.warn(
+                message.line, WarningKind::Renamed,
+                "SymbolicName " + original + " renamed " + written +
+                    (firstId_[original] != message.id
+                         ? " (it already names message 0x" + upperHex(firstId_[original], 8) + ")"
+                         : " (the library would misread it)"));
         }
     }
 
-    std::string filePrefix_, prefix_;
+    std::string madeUpPrefix_, prefix_;
     PortReport& report_;
-    std::map<std::string, unsigned long> firstId_;  // original name -> first identifier
-    std::map<std::string, std::string> written_;    // original name -> written name
-    std::map<std::string, unsigned long> takenBy_;  // written name -> identifier
+    std::unordered_map<std::string, unsigned long> firstId_;  // original name -> first identifier
+    std::unordered_map<std::string, std::string> written_;    // original name -> written name
+    std::unordered_map<std::string, unsigned long> takenBy_;  // written name -> identifier
 };
 
 // The reader seeds these severities: with the same number they need no entry.
@@ -153,14 +146,14 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
                                     MessageTable::DEFAULT_FIRST_MESSAGE_FACILITY_ID;
         std::string written = unspoiled(name.name, role);
         if ((!seeded && isSeededName(written, kind)) || taken.count(lowerCase(written))) {
-            written += "_" + hexDigits(name.value, "%lX");
+            written += "_" + upperHex(name.value);
         }
         while (taken.count(lowerCase(written))) written += "_";
         taken.insert(lowerCase(written));
         if (written != name.name) {
             report.warn(0, WarningKind::Renamed,
-                        std::string(kindName(kind)) + " " + name.name + "=" +
-                            hexDigits(name.value, "0x%lX") + " written as " + written);
+                        std::string(kindName(kind)) + " " + name.name + "=" + hex(name.value) +
+                            " written as " + written);
         }
         names.push_back(written);
         if (seeded) continue;

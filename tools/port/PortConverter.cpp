@@ -1,8 +1,7 @@
 // Decode, read, resolve, name and assemble: the steps of a conversion.
 #include "PortConverter.h"
 
-#include <cstdio>
-
+#include "HexText.h"
 #include "IdentifierResolver.h"
 #include "InputDecoder.h"
 #include "NameRules.h"
@@ -10,12 +9,6 @@
 #include "WindowsReader.h"
 
 namespace {
-
-std::string hex(unsigned long value) {
-    char buffer[16];  // "0x" + 8 digits
-    std::snprintf(buffer, sizeof(buffer), "0x%lX", value);
-    return buffer;
-}
 
 std::vector<std::string> comments(const std::string& fileName, const PortOptions& options,
                                   const std::string& encoding) {
@@ -27,7 +20,7 @@ std::vector<std::string> comments(const std::string& fileName, const PortOptions
 
 MessageDefinition definition(const PortedMessage& message, const FileNames& names,
                              const std::string& symbolicName, const PortOptions& options,
-                             PortReport& report) {
+                             TextConversionState& texts, PortReport& report) {
     MessageDefinition out;
     out.code = static_cast<long>(message.id & 0xFFFF);
     out.severity = names.severities[message.severity];
@@ -35,7 +28,7 @@ MessageDefinition definition(const PortedMessage& message, const FileNames& name
     out.symbolicName = symbolicName;
     for (const PortedText& text : message.texts) {
         out.texts.push_back({names.languages[text.language],
-                             convertTextLines(text.lines, text.lineNumbers, report),
+                             convertTextLines(text.lines, text.lineNumbers, texts, report),
                              options.finalLineBreak});
     }
     return out;
@@ -51,8 +44,8 @@ PortResult portMessageFile(const std::string& bytes, const std::string& fileName
                         "every identifier with it 0"};
     }
     DecodedInput input = decodeInput(bytes, options.codePage, report);
-    WindowsSource source = readWindowsSource(input.lines, report);
-    PortedFile file = resolveIdentifiers(source, options.resolve, report);
+    PortedFile file =
+        resolveIdentifiers(readWindowsSource(input.lines, report), options.resolve, report);
     FileNames names = nameEverything(file, fileName, options.namePrefix, report);
 
     PortResult result;
@@ -62,13 +55,14 @@ PortResult portMessageFile(const std::string& bytes, const std::string& fileName
     result.content.severities = names.severityEntries;
     result.content.facilities = names.facilityEntries;
     result.content.definitions.reserve(file.messages.size());
+    TextConversionState texts;
     for (size_t i = 0; i < file.messages.size(); ++i) {
         const PortedMessage& message = file.messages[i];
         if (!names.headerNames[i].empty()) {
             result.headerNames.push_back({names.headerNames[i], message.id, i});
         }
         result.content.definitions.push_back(
-            definition(message, names, names.symbolicNames[i], options, report));
+            definition(message, names, names.symbolicNames[i], options, texts, report));
     }
     return result;
 }

@@ -11,8 +11,8 @@ std::string location(const std::string& file, int line) {
 
 }  // namespace
 
-void PortReport::warn(int line, WarningKind kind, const std::string& text) {
-    warnings_.push_back({line, kind, text});
+void PortReport::warn(int line, WarningKind kind, std::string text) {
+    warnings_.push_back({line, kind, std::move(text)});
 }
 
 size_t PortReport::count(WarningKind kind) const {
@@ -21,12 +21,19 @@ size_t PortReport::count(WarningKind kind) const {
 }
 
 void PortReport::print(std::ostream& out, const std::string& file) const {
-    std::vector<PortWarning> sorted = warnings_;
+    std::vector<const PortWarning*> sorted;
+    sorted.reserve(warnings_.size());
+    for (const PortWarning& warning : warnings_) sorted.push_back(&warning);
     std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const PortWarning& a, const PortWarning& b) { return a.line < b.line; });
-    for (const PortWarning& warning : sorted) {
-        out << location(file, warning.line) << ": warning: " << warning.text << '\n';
+                     [](const PortWarning* a, const PortWarning* b) { return a->line < b->line; });
+    // One write: standard error flushes after every insertion.
+    std::string text;
+    for (const PortWarning* warning : sorted) {
+        text.append(file);
+        if (warning->line > 0) text.append(1, ':').append(std::to_string(warning->line));
+        text.append(": warning: ").append(warning->text).append(1, '\n');
     }
+    out << text;
 }
 
 std::string describeError(const std::string& file, const PortError& error) {

@@ -31,7 +31,7 @@ struct PortError {
 
 class PortReport {
 public:
-    void warn(int line, WarningKind kind, const std::string& text);
+    void warn(int line, WarningKind kind, std::string text);
     const std::vector<PortWarning>& warnings() const { return warnings_; }
     // The number of warnings of `kind`.
     size_t count(WarningKind kind) const;

@@ -1,11 +1,15 @@
 // Statement-level scanning of Windows message files.
 #include "SourceScanner.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace {
 
 bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v'; }
+
+bool endsWord(char c) {
+    return isSpace(c) || c == '=' || c == ':' || c == '(' || c == ')' || c == ';';
+}
 
 }  // namespace
 
@@ -40,19 +44,20 @@ bool SourceScanner::atLineEnd() {
 }
 
 std::string SourceScanner::readWord() {
-    std::string word;
-    for (char c = peek(); c != '\0' && !isSpace(c) && !std::strchr("=:();", c); c = peek()) {
-        word += c;
-        ++column_;
-    }
-    return word;
+    if (atEnd()) return "";
+    const std::string& line = (*lines_)[line_];
+    size_t start = std::min(column_, line.size());
+    size_t end = start;
+    while (end < line.size() && !endsWord(line[end])) ++end;
+    column_ = end;
+    return line.substr(start, end - start);
 }
 
 std::string SourceScanner::rest() const {
     return atEnd() || column_ >= (*lines_)[line_].size() ? "" : (*lines_)[line_].substr(column_);
 }
 
-const std::string* SourceScanner::nextLine() {
+std::string* SourceScanner::nextLine() {
     if (!atEnd()) ++line_;
     column_ = 0;
     if (atEnd()) return nullptr;

@@ -9,7 +9,7 @@
 
 class SourceScanner {
 public:
-    explicit SourceScanner(const std::vector<std::string>& lines) : lines_(&lines) {}
+    explicit SourceScanner(std::vector<std::string>& lines) : lines_(&lines) {}
 
     bool atEnd() const { return line_ >= lines_->size(); }
     // The 1-based number of the line the scanner stands on.
@@ -28,9 +28,10 @@ public:
     std::string readWord();
     // The rest of the current line, from the position.
     std::string rest() const;
-    // Moves to the start of the next line and returns it whole (the text of a
-    // message is read line by line, comments and blanks included).
-    const std::string* nextLine();
+    // Moves past the next line and returns it whole (the text of a message is
+    // read line by line, comments and blanks included); the caller may take
+    // its content, as the scanner does not look at it again.
+    std::string* nextLine();
     // The comment lines and trailing comments skipped so far.
     size_t commentsSkipped() const { return comments_; }
     int firstCommentLine() const { return firstComment_; }
@@ -38,7 +39,7 @@ public:
 private:
     void skipComment();
 
-    const std::vector<std::string>* lines_;  // not owned
+    std::vector<std::string>* lines_;  // not owned
     size_t line_ = 0;
     size_t column_ = 0;
     size_t comments_ = 0;

@@ -15,6 +15,7 @@
 //   pieces joined by "%0" and the line feed it swallows.
 #include <cstring>
 
+#include "Caseless.h"
 #include "MessageFileWriter.h"
 #include "MessageTable.h"
 #include "TextUnits.h"
@@ -36,19 +37,11 @@ const KeywordBreak* keywordBreaks() {
     return breaks;
 }
 
-std::string lowerCase(const std::string& text) {
-    std::string lower = text;
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
-
 // `line` with a "%" inside every header keyword it holds.
 std::string breakHeaderKeywords(std::string line) {
     for (bool changed = true; changed;) {
         changed = false;
-        std::string lower = lowerCase(line);
+        std::string lower = lowerCase(line);  // searched faster than in any case
         for (const KeywordBreak* k = keywordBreaks(); k->keyword; ++k) {
             size_t at = lower.find(k->keyword);
             if (at == std::string::npos) continue;
@@ -60,28 +53,36 @@ std::string breakHeaderKeywords(std::string line) {
     return line;
 }
 
-// `piece` made safe as the start of a file line: not trimmed, not a comment,
-// not the end marker.
+// True when a file line starting with the `length` characters of `piece`
+// would be misread: trimmed, taken for a comment or for the end marker.
+bool needsEscapeAtStart(const std::string& piece, size_t length) {
+    if (length == 0) return false;
+    if (isBlankChar(piece[0]) || piece[0] == MessageTable::COMMENT_PREFIX[0]) return true;
+    return length == 1 && piece[0] == MessageTable::MESSAGE_END_MARKER[0];
+}
+
+// `piece` made safe as the start of a file line.
 std::string escapeLineStart(const std::string& piece) {
-    if (piece.empty()) return piece;
-    if (isBlankChar(piece[0]) || piece[0] == MessageTable::COMMENT_PREFIX[0]) return "%" + piece;
-    if (piece == MessageTable::MESSAGE_END_MARKER) return "%" + piece;
-    return piece;
+    return needsEscapeAtStart(piece, piece.size()) ? "%" + piece : piece;
 }
 
 // The file line for one logical line, before any splitting.
-std::string fileLine(std::string body, bool lineBreak, bool last) {
-    if (endsWithLonePercent(body)) body.pop_back();
-    bool open = body.empty() || isBlankChar(body.back());
-    std::string line = escapeLineStart(body);
+std::string fileLine(const std::string& body, bool lineBreak, bool last) {
+    size_t length = endsWithLonePercent(body) ? body.size() - 1 : body.size();
+    bool open = length == 0 || isBlankChar(body[length - 1]);
+    std::string line;
+    line.reserve(length + 5);
+    if (needsEscapeAtStart(body, length)) line += '%';
+    line.append(body, 0, length);
     if (open) return line + (lineBreak ? "%n%0" : "%0");
-    return line + (lineBreak && last ? "%n" : "");
+    if (lineBreak && last) line += "%n";
+    return line;
 }
 
 // Cuts `line` into file lines of at most MAX_FILE_LINE characters.
-void appendSplit(const std::string& line, std::vector<std::string>& out) {
+void appendSplit(std::string line, std::vector<std::string>& out) {
     if (line.size() <= MAX_FILE_LINE) {
-        out.push_back(line);
+        out.push_back(std::move(line));
         return;
     }
     const size_t limit = MAX_FILE_LINE - 8;  // room for "%" before, "%0" after
@@ -110,14 +111,14 @@ std::vector<std::string> writeTextLines(const std::vector<std::string>& lines,
     out.reserve(lines.size());
     for (size_t i = 0; i < lines.size(); ++i) {
         // The reader stops at a NUL and splits lines at line feeds.
-        if (lines[i].find_first_of(std::string("\0\n", 2)) != std::string::npos) {
+        if (lines[i].find('\0') != std::string::npos || lines[i].find('\n') != std::string::npos) {
             throw UnwritableText("a text line holding a NUL or a line feed");
         }
         bool last = i + 1 == lines.size();
         bool lineBreak = !endsWithNoBreakEscape(lines[i]) && (!last || finalLineBreak);
         std::string line = fileLine(lines[i], lineBreak, last);
-        if (i == 0) line = breakHeaderKeywords(line);
-        appendSplit(line, out);
+        if (i == 0) line = breakHeaderKeywords(std::move(line));
+        appendSplit(std::move(line), out);
     }
     return out;
 }

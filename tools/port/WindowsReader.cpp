@@ -1,17 +1,14 @@
 // The statement reader of the Windows dialect.
 #include "WindowsReader.h"
 
+#include <strings.h>
+
+#include <cstring>
+
 #include "SourceScanner.h"
 #include "WindowsNumber.h"
 
 namespace {
-
-std::string lowerCase(std::string text) {
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
-}
 
 enum class Keyword {
     None,
@@ -34,17 +31,18 @@ Keyword keywordOf(const std::string& word) {
         {"outputbase", Keyword::OutputBase},       {"messageid", Keyword::MessageId},
         {"severity", Keyword::Severity},           {"facility", Keyword::Facility},
         {"symbolicname", Keyword::SymbolicName},   {"language", Keyword::Language}};
-    std::string lower = lowerCase(word);
     for (auto& keyword : keywords) {
-        if (lower == keyword.first) return keyword.second;
+        if (word.size() == std::strlen(keyword.first) &&
+            strcasecmp(word.c_str(), keyword.first) == 0) {
+            return keyword.second;
+        }
     }
     return Keyword::None;
 }
 
 class Reader {
 public:
-    Reader(const std::vector<std::string>& lines, PortReport& report)
-        : scan_(lines), report_(report) {}
+    Reader(std::vector<std::string>& lines, PortReport& report) : scan_(lines), report_(report) {}
 
     WindowsSource read();
 
@@ -179,7 +177,7 @@ void Reader::messageId(int line) {
         }
     }
     source_.order.push_back({false, source_.definitions.size()});
-    source_.definitions.push_back(definition);
+    source_.definitions.push_back(std::move(definition));
 }
 
 SourceDefinition& Reader::current(const std::string& word, int line) {
@@ -209,9 +207,9 @@ void Reader::text(const std::string& word, int line) {
                      "text after " + word + "=" + text.language.text +
                          " on its line is ignored: \"" + scan_.rest() + "\"");
     }
-    const std::string* lineText = scan_.nextLine();
+    std::string* lineText = scan_.nextLine();
     for (; lineText && *lineText != "."; lineText = scan_.nextLine()) {
-        text.lines.push_back(*lineText);
+        text.lines.push_back(std::move(*lineText));
         text.lineNumbers.push_back(scan_.lineNumber());
     }
     if (!lineText) {
@@ -229,6 +227,6 @@ void Reader::text(const std::string& word, int line) {
 
 }  // namespace
 
-WindowsSource readWindowsSource(const std::vector<std::string>& lines, PortReport& report) {
+WindowsSource readWindowsSource(std::vector<std::string>& lines, PortReport& report) {
     return Reader(lines, report).read();
 }

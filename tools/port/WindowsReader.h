@@ -10,7 +10,7 @@
 
 // Throws PortError for input that is not in the dialect; warns about what it
 // drops (MessageIdTypedef, OutputBase, comments) and about a text ended by
-// the end of the file.
-WindowsSource readWindowsSource(const std::vector<std::string>& lines, PortReport& report);
+// the end of the file. The lines of message texts are moved out of `lines`.
+WindowsSource readWindowsSource(std::vector<std::string>& lines, PortReport& report);
 
 #endif  // TQMSG_PORT_WINDOWS_READER_H
