@@ -150,30 +150,17 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
     char* end = appendDecimal(keyText, languageId);
     *end++ = '.';
     *appendDecimal(end, messageId) = '\0';
-    std::unique_ptr<char[]> key = copyKey(keyText);
-    auto entry = msgmap.try_emplace(key.get());
-    if (entry.second) {
-        key.release();  // the map owns it now
-    }
-    MessageIdMap& records = entry.first->second;
+    MessageIdMap& records = emplaceOwnedKey(msgmap, keyText, MessageIdMap()).first->second;
     records.emplace(messageId, normalisedCopy(message));
     addToIndex(pairKey(languageId, messageId), &records);
     return true;
 }
 
 // A symbolic name stays bound to the identifier it was first stored with; a
-// later message under that name is filed under that identifier.
-// One search of `idmap` finds the bound identifier or the place for the new
-// name (what IDMap::get and IDMap::put would each search for).
+// later message under that name is filed under that identifier. One search of
+// `idmap` finds the bound identifier or binds the new name.
 bool MultiLangMessageMap::put(long languageId, std::string& symbolicName, long messageId,
                               FormattableMessage& message) {
-    auto& names = idmap.entries;
-    auto position = names.lower_bound(symbolicName.c_str());
-    if (position != names.end() && std::strcmp(position->first, symbolicName.c_str()) == 0) {
-        return put(languageId, position->second, message);
-    }
-    std::unique_ptr<char[]> key = copyKey(symbolicName.c_str());
-    names.emplace_hint(position, key.get(), toInt32(messageId));
-    key.release();  // the map owns it now
-    return put(languageId, messageId, message);
+    auto binding = emplaceOwnedKey(idmap.entries, symbolicName.c_str(), toInt32(messageId));
+    return put(languageId, binding.first->second, message);
 }
