@@ -10,6 +10,7 @@
 // costs one cache miss for the slot instead of a walk through hash nodes,
 // tree headers and tree nodes scattered over the heap.
 #include "MessageModuleMaps.h"
+#include "maps/DecimalText.h"
 #include "maps/OwnedKey.h"
 
 namespace {
@@ -20,25 +21,11 @@ uint64_t pairKey(long languageId, long messageId) {
            static_cast<uint32_t>(messageId);
 }
 
-// Appends the signed decimal text of a 32-bit `value` at `out`, as "%ld"
-// writes it; returns the end. Each key text is made once per stored pair, and
-// a general printf costs more than the rest of the insertion.
-char* appendDecimal(char* out, long value) {
+// Appends "%ld" of a 32-bit `value` at `out`; returns the end. Each key text
+// is made once per stored pair.
+char* appendSigned(char* out, long value) {
     uint32_t magnitude = static_cast<uint32_t>(value);
-    if (value < 0) {
-        *out++ = '-';
-        magnitude = 0u - magnitude;
-    }
-    char digits[10];
-    int count = 0;
-    do {
-        digits[count++] = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    while (count > 0) {
-        *out++ = digits[--count];
-    }
-    return out;
+    return appendDecimal(out, value < 0 ? 0u - magnitude : magnitude, value < 0);
 }
 
 // The home slot of `key` in a table of `mask` + 1 slots (Fibonacci hashing:
@@ -147,9 +134,9 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
     // The key text is "%ld.%ld" of the pair; "-2147483648.-2147483648" is the
     // longest, 23 characters.
     char keyText[100];
-    char* end = appendDecimal(keyText, languageId);
+    char* end = appendSigned(keyText, languageId);
     *end++ = '.';
-    *appendDecimal(end, messageId) = '\0';
+    *appendSigned(end, messageId) = '\0';
     MessageIdMap& records = emplaceOwnedKey(msgmap, keyText, MessageIdMap()).first->second;
     records.emplace(messageId, normalisedCopy(message));
     addToIndex(pairKey(languageId, messageId), &records);
