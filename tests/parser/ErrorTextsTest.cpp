@@ -24,6 +24,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         {"LanguageNames=(English=-1:X)\n", 1, "Expected langID, got: -1:X"},
         {"FacilityNames=(R=zz:R)\n", 1, "Expected facility ID, got: zz"},
         {"SeverityNames=(S=:S)\n", 1, "Expected severity ID, got: :S"},
+        {"FacilityNames=(Io=:x)\n", 1, "Expected facility ID, got: :x"},  // no number before ":"
         {"MessageId=+\n", 1, "Expected numeric value for message id, got: +"},
         {E + "MessageId=\n\nSymbolicName=A\n", 3, "Unexpected end of MessageId block"},
         {A, 4, "Unexpected end of MessageId block"},
