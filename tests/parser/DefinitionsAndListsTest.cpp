@@ -80,8 +80,8 @@ TEST(Definitions, TextLinesAreTrimmedAndJoined) {
     for (bool trailingOnly : {false, true}) {
         inFreshProcess([&] {
             loadText(ENGLISH +
-                         "MessageId=\nSymbolicName=A\n  first  \r\n; dropped\n\n"
-                         "\tsecond Language=x ; kept\t\n  .  \n"
+                         "MessageId=\r\nSymbolicName=A\r\n  first  \r\n; dropped\r\n\r\n"
+                         "\tsecond Language=x ; kept\t\r\n  .  \r\n"
                          "MessageId=\nSymbolicName=EMPTY\n.\n",
                      trailingOnly);
             EXPECT_EQ(textOf(0x409, idOf("A")), trailingOnly ? "  first\n\tsecond Language=x ; kept"
@@ -107,7 +107,7 @@ TEST(Definitions, TheLastLineMayEndTheFileWithoutALineFeed) {
 
 TEST(Dispatch, KeywordsAreFoundAnywhereInTheirFixedOrder) {
     inFreshProcess([] {
-        loadText(ENGLISH +
+        loadText("\xEF\xBB\xBF" + ENGLISH +  // a byte-order mark is text before the keyword
                  "  xMessageIdTypedef=anything ( ) Language\n"  // "messageidtypedef" wins: ignored
                  // "language" is tried before "messageid"; with no message stored yet it
                  // opens a definition whose own value is not used.

@@ -15,6 +15,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         const char* message;
     } rows[] = {
         {";c\n ;x\n", 2, "Cannot understand input: \" ;x\""},
+        {"\xEF\xBB\xBF;c\n", 1, "Cannot understand input: \"\xEF\xBB\xBF;c\""},  // after a BOM
         {"MessageId\n", 1, "Expected Name Value pair got: \"MessageId\""},
         {"LanguageNames=(\n=1\n)\n", 2, "Expected Name Value pair got: \"=1\""},
         {E + "MessageId=\nSymbolicName\n", 3, "Expected Name Value pair got: \"SymbolicName\""},
@@ -37,6 +38,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         {"MessageId=\nSymbolicName=A\nx\n.\n", 3, "Unknown default language: English"},
         {A + "hello", 4, "Unexpected EOF. Expected message body"},
         {A + "hello\n", 5, "Unexpected EOF, before message end marker \".\", is found"},
+        {A + ".\n\x1A", 5, "Cannot understand input: \"\x1A\""},  // a last line without line feed
         // After a stored message a line with "language" continues that message.
         {A + ".\nMessageId=9 Language=English\n", 5, "Unknown language: 9 Language=English"},
     };
@@ -54,8 +56,8 @@ TEST(ErrorTexts, LinesThatTheBufferCannotHoldAreRefused) {
     expectLoadError(A + std::string(4096, 'y') + "\n.\n", 4,
                     "Line too long: \"" + std::string(40, 'y') + "...\" (at most 4095 characters)");
     // A NUL byte would end the line early: a UTF-16 file must not read as blank lines.
-    expectLoadError(std::string("\r\0\n\0;\0", 6), 1,
-                    "NUL byte in column 2: message files are read as 8-bit text");
+    expectLoadError(std::string("\xFF\xFE;\0\n\0", 6), 1,
+                    "NUL byte in column 4: message files are read as 8-bit text");
 }
 
 TEST(ErrorTexts, OpenAndReadFailuresAreWrappedWithTheFileName) {
