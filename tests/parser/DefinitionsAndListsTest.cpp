@@ -125,14 +125,14 @@ TEST(Lists, OneEntryPerLineBetweenTheParentheses) {
         MessageTable* table = loadText(
             "LanguageNames=(English=1:MSG1 French=2:MSG2)\n"
             "LanguageNames=(;a comment, not an entry\nGerman=2:G\n)\n"
-            "FacilityNames=\n; comment\n\n(Runtime=2:R)\nStorage=3:S\n\n;c\nDisk=0X1F ) tail\n"
+            "(x) FacilityNames=\n; comment\n\n(Runtime=2:R)\nStorage=3:S\n\n;c\nDisk=0X1F ) tail\n"
             "SeverityNames=(\n\tFatal = 3 : F\n ) ;done\n"
             "SeverityNames=\n(\nGrave=2\n)\n");
         ASSERT_NE(table, nullptr);
         EXPECT_EQ(idIn(table->languages, "ENGLISH"), 1);
         EXPECT_EQ(*table->languages.get(1), "1:MSG1 French=2:MSG2");
         EXPECT_EQ(idIn(table->languages, "german"), 2);
-        // Runtime follows "(" on its line: ignored.
+        // Only a "(" after the keyword opens the list; Runtime follows it on its line: ignored.
         EXPECT_EQ(facilityOf(table, "runtime") + " " + facilityOf(table, "STORAGE") + " " +
                       facilityOf(table, "disk"),
                   "<none> 3:S 31:");
