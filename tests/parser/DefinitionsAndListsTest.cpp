@@ -25,7 +25,7 @@ TEST(Definitions, CodesComeFromTheFacilityCounters) {
                  "MessageId=+0x10\nSymbolicName=F\n.\n"
                  "MessageId=0x10\nSeverity=Error\nFacility=runtime\nSymbolicName=G\n.\n"
                  // H advances the table's copy of Runtime, I takes the record's counter
-                 "MessageId=\nOutputBase=16\nSymbolicName=H\n.\n"
+                 "MessageId=\nSymbolicName=H\nOutputBase=16\n.\n"
                  "MessageId=\nFacility=Runtime\nSeverity=Warning\nSymbolicName=I\n.\n"
                  // a declared facility counts from 1; only 12 and 16 bits of the parts count
                  "MessageId=\nSeverity=Warning\nFacility=Big\nSymbolicName=K\n.\n"
