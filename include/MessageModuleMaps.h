@@ -25,7 +25,6 @@
 #include <map>
 #include <ostream>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #define TQMSG_API __attribute__((visibility("default")))

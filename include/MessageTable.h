@@ -56,35 +56,37 @@ public:
         std::vector<long> numbers;       // the number of each entry, in file order
     };
 
-    static const char* COMMENT_PREFIX;
-    static const char* LANGUAGE_NAMES;
-    static const char* FACILITY_NAMES;
-    static const char* SEV_NAMES;
-    static const char* MESSAGE_ID_TYPEDEF;
-    static const char* LANGUAGE;
-    static const char* MESSAGE_ID;
-    static const char* HEADER_NAMES_BEGIN;
-    static const char* HEADER_NAMES_END;
-    static const char* MESSAGE_FACILITY;
-    static const char* MESSAGE_SEVERITY;
-    static const char* MESSAGE_LANGUAGE;
-    static const char* MESSAGE_OUTPUT_BASE;
-    static const char* MESSAGE_SYMBOLIC_NAME;
-    static const char* MESSAGE_END_MARKER;
-    static const char* DEFAULT_FIRST_MESSAGE_LANGUAGE;
-    static const char* DEFAULT_FIRST_MESSAGE_FACILITY;
-    static const long DEFAULT_FIRST_MESSAGE_FACILITY_ID;
-    static const char* DEFAULT_FIRST_MESSAGE_SEVERITY;
-    static const char* SEV_SUCCESS;
-    static const long SEV_SUCCESS_ID;
-    static const char* SEV_INFORMATIONAL;
-    static const long SEV_INFORMATIONAL_ID;
-    static const char* SEV_WARNING;
-    static const long SEV_WARNING_ID;
-    static const char* SEV_ERROR;
-    static const long SEV_ERROR_ID;
-    static const char DEFAULT_CUSTOMER_CODE;
-    static const char DEFAULT_RESERVED_BIT_CODE;
+    // Keywords are lower case: lines are matched after lower-casing.
+    static const char* COMMENT_PREFIX;         // ";": first character of a comment line
+    static const char* LANGUAGE_NAMES;         // "languagenames": opens the languages list
+    static const char* FACILITY_NAMES;         // "facilitynames": opens the facilities list
+    static const char* SEV_NAMES;              // "severitynames": opens the severities list
+    static const char* MESSAGE_ID_TYPEDEF;     // "messageidtypedef": a top-level line ignored
+    static const char* LANGUAGE;               // "language": a further language of the last message
+    static const char* MESSAGE_ID;             // "messageid": opens a message definition
+    static const char* HEADER_NAMES_BEGIN;     // "(": opens a name list
+    static const char* HEADER_NAMES_END;       // ")": closes a name list
+    static const char* MESSAGE_FACILITY;       // "facility": header naming the facility
+    static const char* MESSAGE_SEVERITY;       // "severity": header naming the severity
+    static const char* MESSAGE_LANGUAGE;       // "language": header naming the language
+    static const char* MESSAGE_OUTPUT_BASE;    // "outputbase": header ignored
+    static const char* MESSAGE_SYMBOLIC_NAME;  // "symbolicname": header naming the message
+    static const char* MESSAGE_END_MARKER;     // ".": the line that ends a message text
+    static const char* DEFAULT_FIRST_MESSAGE_LANGUAGE;    // "English": the initial default language
+    static const char* DEFAULT_FIRST_MESSAGE_FACILITY;    // "Application": the seeded facility
+    static const long DEFAULT_FIRST_MESSAGE_FACILITY_ID;  // 0: the seeded facility's id
+    static const char* DEFAULT_FIRST_MESSAGE_SEVERITY;    // "Success": the initial default severity
+    // The seeded severities, with their ids (bits 31-30 of an identifier).
+    static const char* SEV_SUCCESS;               // "Success"
+    static const long SEV_SUCCESS_ID;             // 0
+    static const char* SEV_INFORMATIONAL;         // "Informational"
+    static const long SEV_INFORMATIONAL_ID;       // 1
+    static const char* SEV_WARNING;               // "Warning"
+    static const long SEV_WARNING_ID;             // 2
+    static const char* SEV_ERROR;                 // "Error"
+    static const long SEV_ERROR_ID;               // 3
+    static const char DEFAULT_CUSTOMER_CODE;      // 0: the customer flag (bit 29) of every id
+    static const char DEFAULT_RESERVED_BIT_CODE;  // 0: the reserved flag (bit 28) of every id
 
     int lineNumber = 0;               // line being read (1-based); 0 before and after a load
     std::string fileName;             // file being loaded; emptied after a successful load
@@ -112,33 +114,50 @@ public:
     // Releases `lastMessage`; the store is not touched.
     ~MessageTable();
 
+    // Seeds the severities and the facility Application and resets the
+    // defaults; the languages stay empty.
     void init();
+    // Reads and processes the whole file; throws MessageTableParserException
+    // naming the file and line. On success `lineNumber` is 0 and `fileName` empty.
     void loadFile(std::string& fileName, bool trimTrailingOnly);
     // Handles one top-level line; true when a reader it called met the end of the file.
     bool processLine(std::ifstream& in, char* line);
 
+    // True when `line` starts with ";" (no white space before it).
     bool commentLine(char* line);
+    // True when `line` is empty or holds only tab, line feed, carriage return and space.
     bool blankLine(char* line);
+    // `out` = `text` without white space at either end.
     void trim(char* text, std::string& out);
+    // `out` = `text` without white space at its end; the first character always stays.
     void trimAfter(char* text, std::string& out);
+    // Splits `text` at its first "="; throws when there is none or it comes first.
     NameValue parseNameValuePair(std::string& text);
     // Decimal or 0x/0X hexadecimal, with an optional sign when `allowSign`.
     // False (number unchanged) for any other character, for a text without
     // digits, and for a magnitude beyond 32 bits.
     bool getNumber(std::string& text, long& number, bool allowSign);
 
+    // Reads a name list from its header line `line` (`listName` found at
+    // `position`) to its ")", entering each entry into its map. Returns false:
+    // the end of the file inside a list is an error.
     bool processHeaderNames(std::ifstream& in, std::string& line, int position,
                             const char* listName);
+    // Reads one message definition, or with `previous` a further language of
+    // that message, through its "." line; true when the file ended.
     bool processMessageId(std::ifstream& in, std::string& line, int position,
                           FormattableMessage* previous);
+    // Takes one line of a header block; false when it is the first text line.
     bool processMessageHeaderBlock(char* line, long*& language, Facility*& facility,
                                    long*& severity, std::string& symbolicName);
+    // Takes one text line; true when it was the "." line and the message is stored.
     bool processMessageBody(char* line, std::string& text, long*& language, Facility& facility,
                             long*& severity, std::string& symbolicName, long messageId);
 
     // The exception for `text`, prefixed with the file name and line number.
     MessageTableParserException wrapError(const char* text);
 
+    // The rendering of the table's three maps, as operator<< writes it.
     std::string toString();
 };
 

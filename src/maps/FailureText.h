@@ -2,7 +2,10 @@
 #ifndef TQMSG_FAILURE_TEXT_H
 #define TQMSG_FAILURE_TEXT_H
 
+#include <cstdarg>
 #include <cstddef>
+
+#include "MessageModuleMaps.h"
 
 // A failure text formatted printf-style into a fixed buffer. Every exception
 // text of the library is built here; a text longer than the buffer is cut at
@@ -13,6 +16,18 @@ struct FailureText {
     char text[SIZE];
 
     explicit FailureText(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    // The same from an argument list, for helpers that take a format of their own.
+    static FailureText fromList(const char* format, va_list args)
+        __attribute__((format(printf, 1, 0)));
+
+private:
+    FailureText() = default;
 };
+
+// The exceptions of the library, each with a text composed printf-style.
+// The parser's texts get their file-and-line prefix from MessageTable::wrapError.
+MessageModuleException moduleFailure(const char* format, ...) __attribute__((format(printf, 1, 2)));
+MessageTableParserException parserFailure(const char* format, ...)
+    __attribute__((format(printf, 1, 2)));
 
 #endif  // TQMSG_FAILURE_TEXT_H

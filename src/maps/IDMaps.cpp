@@ -10,14 +10,7 @@ long* IDMap::get(std::string& name) {
 }
 
 bool IDMap::put(std::string& name, long id) {
-    auto position = entries.lower_bound(name.c_str());
-    if (position != entries.end() && std::strcmp(position->first, name.c_str()) == 0) {
-        return false;
-    }
-    std::unique_ptr<char[]> key = copyKey(name.c_str());
-    entries.emplace_hint(position, key.get(), toInt32(id));
-    key.release();  // the map owns it now
-    return true;
+    return emplaceOwnedKey(entries, name.c_str(), toInt32(id)).second;
 }
 
 std::string* IDReverseMap::get(long id) {

@@ -1,8 +1,8 @@
 // The identifier and text helpers shared by every unit.
-#include <cctype>
 #include <cstdio>
 
 #include "MessageModuleMaps.h"
+#include "maps/CaseFolding.h"
 
 std::string toHex(long value) {
     // "0x" + 8 hex digits + " (" + sign and 10 digits + ")" + NUL fits in 32 bytes.
@@ -13,21 +13,9 @@ std::string toHex(long value) {
     return text;
 }
 
-// The parser lower-cases every header and top-level line, so this runs once
-// per line of every file. glibc's tolower is a lookup in the current locale's
-// table; reading that table once per text, instead of calling tolower per
-// byte, gives the same bytes (the locale cannot change within one call).
 std::string toLowerCase(std::string& s) {
     std::string lowered(s);
-#ifdef __GLIBC__
-    const int32_t* table = *__ctype_tolower_loc();
-    for (char& c : lowered) {
-        c = static_cast<char>(table[static_cast<unsigned char>(c)]);
-    }
-#else
-    for (char& c : lowered) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-#endif
+    const CaseFolder fold;
+    for (char& c : lowered) c = static_cast<char>(fold(c));
     return lowered;
 }

@@ -10,6 +10,7 @@
 // costs one cache miss for the slot instead of a walk through hash nodes,
 // tree headers and tree nodes scattered over the heap.
 #include "MessageModuleMaps.h"
+#include "maps/DecimalText.h"
 #include "maps/OwnedKey.h"
 
 namespace {
@@ -20,25 +21,11 @@ uint64_t pairKey(long languageId, long messageId) {
            static_cast<uint32_t>(messageId);
 }
 
-// Appends the signed decimal text of a 32-bit `value` at `out`, as "%ld"
-// writes it; returns the end. Each key text is made once per stored pair, and
-// a general printf costs more than the rest of the insertion.
-char* appendDecimal(char* out, long value) {
+// Appends "%ld" of a 32-bit `value` at `out`; returns the end. Each key text
+// is made once per stored pair.
+char* appendSigned(char* out, long value) {
     uint32_t magnitude = static_cast<uint32_t>(value);
-    if (value < 0) {
-        *out++ = '-';
-        magnitude = 0u - magnitude;
-    }
-    char digits[10];
-    int count = 0;
-    do {
-        digits[count++] = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    while (count > 0) {
-        *out++ = digits[--count];
-    }
-    return out;
+    return appendDecimal(out, value < 0 ? 0u - magnitude : magnitude, value < 0);
 }
 
 // The home slot of `key` in a table of `mask` + 1 slots (Fibonacci hashing:
@@ -147,33 +134,20 @@ bool MultiLangMessageMap::put(long languageId, long messageId, FormattableMessag
     // The key text is "%ld.%ld" of the pair; "-2147483648.-2147483648" is the
     // longest, 23 characters.
     char keyText[100];
-    char* end = appendDecimal(keyText, languageId);
+    char* end = appendSigned(keyText, languageId);
     *end++ = '.';
-    *appendDecimal(end, messageId) = '\0';
-    std::unique_ptr<char[]> key = copyKey(keyText);
-    auto entry = msgmap.try_emplace(key.get());
-    if (entry.second) {
-        key.release();  // the map owns it now
-    }
-    MessageIdMap& records = entry.first->second;
+    *appendSigned(end, messageId) = '\0';
+    MessageIdMap& records = emplaceOwnedKey(msgmap, keyText, MessageIdMap()).first->second;
     records.emplace(messageId, normalisedCopy(message));
     addToIndex(pairKey(languageId, messageId), &records);
     return true;
 }
 
 // A symbolic name stays bound to the identifier it was first stored with; a
-// later message under that name is filed under that identifier.
-// One search of `idmap` finds the bound identifier or the place for the new
-// name (what IDMap::get and IDMap::put would each search for).
+// later message under that name is filed under that identifier. One search of
+// `idmap` finds the bound identifier or binds the new name.
 bool MultiLangMessageMap::put(long languageId, std::string& symbolicName, long messageId,
                               FormattableMessage& message) {
-    auto& names = idmap.entries;
-    auto position = names.lower_bound(symbolicName.c_str());
-    if (position != names.end() && std::strcmp(position->first, symbolicName.c_str()) == 0) {
-        return put(languageId, position->second, message);
-    }
-    std::unique_ptr<char[]> key = copyKey(symbolicName.c_str());
-    names.emplace_hint(position, key.get(), toInt32(messageId));
-    key.release();  // the map owns it now
-    return put(languageId, messageId, message);
+    auto binding = emplaceOwnedKey(idmap.entries, symbolicName.c_str(), toInt32(messageId));
+    return put(languageId, binding.first->second, message);
 }

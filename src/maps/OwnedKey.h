@@ -4,14 +4,26 @@
 
 #include <cstring>
 #include <memory>
+#include <utility>
 
-// A NUL-terminated new[] copy of `text`. The holder owns it until the copy is
-// handed to a map (release()), so a refused or failed insertion frees it.
-inline std::unique_ptr<char[]> copyKey(const char* text) {
-    std::size_t length = std::strlen(text);
-    std::unique_ptr<char[]> copy(new char[length + 1]);
-    std::memcpy(copy.get(), text, length + 1);
-    return copy;
+// Adds `text` -> `value` to a map keyed by `const char*` texts that it owns,
+// the key being a new[] copy of `text`; a map that holds `text` already is
+// left unchanged. Returns the entry of `text` and whether it was added, as
+// emplace does. One search serves both the test and the insertion, and the
+// copy is made only for a new key (freed again if the insertion throws).
+template <typename Map>
+std::pair<typename Map::iterator, bool> emplaceOwnedKey(Map& map, const char* text,
+                                                        typename Map::mapped_type value) {
+    auto position = map.lower_bound(text);
+    if (position != map.end() && std::strcmp(position->first, text) == 0) {
+        return {position, false};
+    }
+    std::size_t size = std::strlen(text) + 1;
+    std::unique_ptr<char[]> key(new char[size]);
+    std::memcpy(key.get(), text, size);
+    auto added = map.emplace_hint(position, key.get(), std::move(value));
+    key.release();  // the map owns it now
+    return {added, true};
 }
 
 // Releases every key copy of a map whose keys are owned `const char*` texts.

@@ -12,14 +12,7 @@ MessageTable* MessageTableMap::get(std::string& fileName) {
 }
 
 bool MessageTableMap::put(std::string& fileName, MessageTable* table) {
-    auto position = tables.lower_bound(fileName.c_str());
-    if (position != tables.end() && std::strcmp(position->first, fileName.c_str()) == 0) {
-        return false;
-    }
-    std::unique_ptr<char[]> key = copyKey(fileName.c_str());
-    tables.emplace_hint(position, key.get(), table);
-    key.release();  // the map owns it now
-    return true;
+    return emplaceOwnedKey(tables, fileName.c_str(), table).second;
 }
 
 void MessageTableMap::clear() {

@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "MessageTable.h"
-#include "maps/FailureText.h"
 #include "parser/LineReader.h"
+#include "parser/ParseError.h"
 
 namespace {
 
@@ -27,13 +27,12 @@ void splitValue(const std::string& value, std::string& numberText, std::string& 
 MessageTableParserException numberError(MessageTable& table, const char* listName,
                                         const std::string& value, const std::string& numberText) {
     if (std::strcmp(listName, MessageTable::LANGUAGE_NAMES) == 0) {
-        return table.wrapError(FailureText("Expected langID, got: %s", value.c_str()).text);
+        return parseError(table, "Expected langID, got: %s", value.c_str());
     }
     if (std::strcmp(listName, MessageTable::FACILITY_NAMES) == 0) {
-        return table.wrapError(
-            FailureText("Expected facility ID, got: %s", numberText.c_str()).text);
+        return parseError(table, "Expected facility ID, got: %s", numberText.c_str());
     }
-    return table.wrapError(FailureText("Expected severity ID, got: %s", value.c_str()).text);
+    return parseError(table, "Expected severity ID, got: %s", value.c_str());
 }
 
 // Records an accepted language in declaration order; a repeat keeps its place.
@@ -71,9 +70,8 @@ void storeEntry(MessageTable& table, std::string& line, const char* listName,
         throw numberError(table, listName, entry.value, numberText);
     }
     if (!putEntry(table, listName, entry, number, symbol)) {
-        throw table.wrapError(FailureText("Cannot insert: %ld, %s tuple into %sMap", number,
-                                          entry.toString().c_str(), listName)
-                                  .text);
+        throw parseError(table, "Cannot insert: %ld, %s tuple into %sMap", number,
+                         entry.toString().c_str(), listName);
     }
     numbers.push_back(number);
 }
@@ -84,7 +82,7 @@ void readSignificantLine(MessageTable& table, std::ifstream& in, char* buffer,
                          const char* expected) {
     for (;;) {
         if (readLine(table, in, buffer) == LineRead::EndOfFile) {
-            throw table.wrapError(FailureText("Unexpected EOF. Expected \"%s\"", expected).text);
+            throw parseError(table, "Unexpected EOF. Expected \"%s\"", expected);
         }
         if (!table.commentLine(buffer) && !table.blankLine(buffer)) return;
     }

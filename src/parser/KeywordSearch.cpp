@@ -1,27 +1,12 @@
 #include "parser/KeywordSearch.h"
 
-#include <cctype>
 #include <cstring>
-#include <string>
+
+#include "maps/CaseFolding.h"
 
 namespace {
 
-// libc's tolower of a byte, as toLowerCase applies it.
-struct Lowering {
-#ifdef __GLIBC__
-    // The locale's table, read once per line instead of once per byte.
-    const int32_t* table = *__ctype_tolower_loc();
-    unsigned char operator()(char c) const {
-        return static_cast<unsigned char>(table[static_cast<unsigned char>(c)]);
-    }
-#else
-    unsigned char operator()(char c) const {
-        return static_cast<unsigned char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-#endif
-};
-
-bool matchesAt(const Lowering& lower, const char* text, const char* keyword, std::size_t length) {
+bool matchesAt(const CaseFolder& lower, const char* text, const char* keyword, std::size_t length) {
     for (std::size_t i = 0; i < length; ++i) {
         if (lower(text[i]) != static_cast<unsigned char>(keyword[i])) return false;
     }
@@ -53,7 +38,7 @@ KeywordSet::KeywordSet(const char* const* keywords, int count)
 }
 
 int KeywordSet::firstFound(const char* text, std::size_t length, std::size_t& position) const {
-    const Lowering lower;
+    const CaseFolder lower;
     std::size_t found[MAX_KEYWORDS];
     int best = count_;                      // rank of the best keyword found so far
     unsigned wanted = (1u << count_) - 1u;  // the keywords ranked above it

@@ -4,7 +4,7 @@
 #include <exception>
 #include <streambuf>
 
-#include "maps/FailureText.h"
+#include "parser/ParseError.h"
 
 namespace {
 
@@ -121,13 +121,12 @@ LineRead readLine(MessageTable& table, std::istream& in, char* buffer) {
 
     table.lineNumber += 1;
     if (in.bad()) {
-        throw table.wrapError("Read error: the file could not be read to its end");
+        throw parseError(table, "Read error: the file could not be read to its end");
     }
     bool atEnd = in.eof();
     if (!atEnd && in.fail()) {
-        throw table.wrapError(FailureText("Line too long: \"%.*s...\" (at most %d characters)",
-                                          QUOTED_PREFIX, buffer, LINE_BUFFER_SIZE - 1)
-                                  .text);
+        throw parseError(table, "Line too long: \"%.*s...\" (at most %d characters)", QUOTED_PREFIX,
+                         buffer, LINE_BUFFER_SIZE - 1);
     }
     // A NUL byte would silently end the line for every reader after this one
     // (a UTF-16 file, for instance, would read as blank lines): refuse it.
@@ -135,10 +134,8 @@ LineRead readLine(MessageTable& table, std::istream& in, char* buffer) {
     if (nul != nullptr) {
         int column = static_cast<int>(static_cast<const char*>(nul) - buffer) + 1;
         const char* kind = looksLikeUtf16(buffer, stored) ? "the file looks like UTF-16; " : "";
-        throw table.wrapError(
-            FailureText("NUL byte in column %d: %smessage files are read as 8-bit text", column,
-                        kind)
-                .text);
+        throw parseError(table, "NUL byte in column %d: %smessage files are read as 8-bit text",
+                         column, kind);
     }
     return atEnd ? LineRead::EndOfFile : LineRead::Line;
 }

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "MessageTable.h"
-#include "maps/FailureText.h"
+#include "parser/ParseError.h"
 #include "parser/TextSpan.h"
 
 namespace {
@@ -102,7 +102,7 @@ void MessageTable::trimAfter(char* text, std::string& out) {
 MessageTable::NameValue MessageTable::parseNameValuePair(std::string& text) {
     std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw wrapError(FailureText("Expected Name Value pair got: \"%s\"", text.c_str()).text);
+        throw parseError(*this, "Expected Name Value pair got: \"%s\"", text.c_str());
     }
     NameValue pair;
     pair.name = trimmed(text.data(), text.data() + equals);

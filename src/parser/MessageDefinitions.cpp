@@ -7,9 +7,9 @@
 
 #include "MessageModule.h"
 #include "MessageTable.h"
-#include "maps/FailureText.h"
 #include "parser/KeywordSearch.h"
 #include "parser/LineReader.h"
+#include "parser/ParseError.h"
 #include "parser/TextSpan.h"
 
 namespace {
@@ -47,8 +47,8 @@ NumberRequest readNumberRequest(MessageTable& table, std::string& line, int posi
     NumberRequest request;
     if (toLowerCase(pair.name) != MessageTable::MESSAGE_ID || pair.value.empty()) return request;
     if (!table.getNumber(pair.value, request.number, true)) {
-        throw table.wrapError(
-            FailureText("Expected numeric value for message id, got: %s", pair.value.c_str()).text);
+        throw parseError(table, "Expected numeric value for message id, got: %s",
+                         pair.value.c_str());
     }
     bool relative = pair.value[0] == '+' || pair.value[0] == '-';
     request.kind = relative ? NumberRequest::Relative : NumberRequest::Absolute;
@@ -83,7 +83,7 @@ bool readHeaderBlock(MessageTable& table, std::ifstream& in, char* buffer, bool 
     // The read that met the end of the file may still hold a header line.
     if (!table.processMessageHeaderBlock(buffer, d.language, d.facility, d.severity,
                                          d.symbolicName)) {
-        throw table.wrapError("Unexpected EOF. Expected message body");
+        throw parseError(table, "Unexpected EOF. Expected message body");
     }
     return true;
 }
@@ -93,18 +93,15 @@ bool readHeaderBlock(MessageTable& table, std::ifstream& in, char* buffer, bool 
 void completeDefinition(MessageTable& table, Definition& d, FormattableMessage* previous,
                         const NumberRequest& request) {
     if (d.symbolicName.empty()) {
-        throw table.wrapError(
-            FailureText("No symbolic name specified for message. Expected tag: \"%s\"",
-                        MessageTable::MESSAGE_SYMBOLIC_NAME)
-                .text);
+        throw parseError(table, "No symbolic name specified for message. Expected tag: \"%s\"",
+                         MessageTable::MESSAGE_SYMBOLIC_NAME);
     }
     if (d.language == nullptr) {
         if (previous != nullptr) {
             d.inheritedLanguage = previous->languageId;
             d.language = &d.inheritedLanguage;
         } else if ((d.language = table.languages.getIDX(table.defaultLanguage)) == nullptr) {
-            throw table.wrapError(
-                FailureText("Unknown default language: %s", table.defaultLanguage.c_str()).text);
+            throw parseError(table, "Unknown default language: %s", table.defaultLanguage.c_str());
         }
     }
     if (d.facility == nullptr) d.facility = &table.currentFacility;
@@ -113,8 +110,7 @@ void completeDefinition(MessageTable& table, Definition& d, FormattableMessage* 
             d.inheritedSeverity = previous->severityId;
             d.severity = &d.inheritedSeverity;
         } else if ((d.severity = table.severities.getIDX(table.defaultSeverity)) == nullptr) {
-            throw table.wrapError(
-                FailureText("Unknown default severity: %s", table.defaultSeverity.c_str()).text);
+            throw parseError(table, "Unknown default severity: %s", table.defaultSeverity.c_str());
         }
     }
     Facility& facility = *d.facility;
@@ -164,10 +160,8 @@ bool readText(MessageTable& table, std::ifstream& in, char* buffer, bool textPen
     for (;;) {
         if (readLine(table, in, buffer) == LineRead::EndOfFile) {
             if (takeTextLine(table, buffer, d) || d.text.empty()) return true;
-            throw table.wrapError(
-                FailureText("Unexpected EOF, before message end marker \"%s\", is found",
-                            MessageTable::MESSAGE_END_MARKER)
-                    .text);
+            throw parseError(table, "Unexpected EOF, before message end marker \"%s\", is found",
+                             MessageTable::MESSAGE_END_MARKER);
         }
         if (takeTextLine(table, buffer, d)) return false;
     }
@@ -206,7 +200,7 @@ bool MessageTable::processMessageId(std::ifstream& in, std::string& line, int po
 bool MessageTable::processMessageHeaderBlock(char* line, long*& language, Facility*& facility,
                                              long*& severity, std::string& symbolicName) {
     if (commentLine(line)) return true;
-    if (blankLine(line)) throw wrapError("Unexpected end of MessageId block");
+    if (blankLine(line)) throw parseError(*this, "Unexpected end of MessageId block");
 
     enum Header { FacilityHeader, SeverityHeader, LanguageHeader, OutputBase, SymbolicName, Text };
     static const char* const keywords[] = {MESSAGE_FACILITY, MESSAGE_SEVERITY, MESSAGE_LANGUAGE,
@@ -231,18 +225,18 @@ bool MessageTable::processMessageHeaderBlock(char* line, long*& language, Facili
     switch (header) {
         case FacilityHeader:
             if ((facility = facilities.get(value)) == nullptr) {
-                throw wrapError(FailureText("Unknown facility: %s", value.c_str()).text);
+                throw parseError(*this, "Unknown facility: %s", value.c_str());
             }
             break;
         case SeverityHeader:
             if ((severity = severities.getIDX(value)) == nullptr) {
-                throw wrapError(FailureText("Unknown severity: %s", value.c_str()).text);
+                throw parseError(*this, "Unknown severity: %s", value.c_str());
             }
             defaultSeverity = value;
             break;
         case LanguageHeader:
             if ((language = languages.getIDX(value)) == nullptr) {
-                throw wrapError(FailureText("Unknown language: %s", value.c_str()).text);
+                throw parseError(*this, "Unknown language: %s", value.c_str());
             }
             defaultLanguage = value;
             break;
@@ -269,7 +263,7 @@ bool MessageTable::processMessageBody(char* line, std::string& text, long*& lang
     }
 
     if (module == nullptr) {
-        throw wrapError("Cannot access message map, parent module handle is NULL");
+        throw parseError(*this, "Cannot access message map, parent module handle is NULL");
     }
     // The gathered text moves into the record (the store keeps its own copy,
     // lastMessage takes the record); a refused record gives it back, so the
@@ -282,10 +276,9 @@ bool MessageTable::processMessageBody(char* line, std::string& text, long*& lang
     record.severityId = *severity;
     if (!MessageModule::getMessageMap()->put(*language, symbolicName, messageId, record)) {
         text = std::move(record.text);
-        throw wrapError(FailureText("Cannot insert <0x%lx, %s, %s> tuple into MultiLangMessageMap",
-                                    static_cast<unsigned long>(static_cast<uint32_t>(*language)),
-                                    symbolicName.c_str(), text.c_str())
-                            .text);
+        throw parseError(*this, "Cannot insert <0x%lx, %s, %s> tuple into MultiLangMessageMap",
+                         static_cast<unsigned long>(static_cast<uint32_t>(*language)),
+                         symbolicName.c_str(), text.c_str());
     }
     text.clear();
     delete lastMessage;

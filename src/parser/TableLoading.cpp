@@ -9,6 +9,7 @@
 #include "maps/FailureText.h"
 #include "parser/KeywordSearch.h"
 #include "parser/LineReader.h"
+#include "parser/ParseError.h"
 
 MessageTable::MessageTable(MessageModule* module, std::string& fileName, bool trimTrailingOnly)
     : module(module) {
@@ -71,7 +72,7 @@ void MessageTable::loadFile(std::string& fileName, bool trimTrailingOnly) {
     std::ifstream in;
     if (!directory) in.open(this->fileName.c_str(), std::ios::in);
     if (!in.is_open()) {
-        throw wrapError(FailureText("Unable to open file: %s", this->fileName.c_str()).text);
+        throw parseError(*this, "Unable to open file: %s", this->fileName.c_str());
     }
     char buffer[LINE_BUFFER_SIZE];
     try {
@@ -117,15 +118,13 @@ bool MessageTable::processLine(std::ifstream& in, char* line) {
                 return processMessageId(in, text, at, nullptr);
         }
     }
-    throw wrapError(FailureText("Cannot understand input: \"%s\"", line).text);
+    throw parseError(*this, "Cannot understand input: \"%s\"", line);
 }
 
 MessageTableParserException MessageTable::wrapError(const char* text) {
     if (fileName.empty()) return MessageTableParserException(text);
     if (lineNumber >= 1) {
-        return MessageTableParserException(
-            FailureText("File: \"%s\", Line: %d - %s", fileName.c_str(), lineNumber, text).text);
+        return parserFailure("File: \"%s\", Line: %d - %s", fileName.c_str(), lineNumber, text);
     }
-    return MessageTableParserException(
-        FailureText("File: \"%s\" - %s", fileName.c_str(), text).text);
+    return parserFailure("File: \"%s\" - %s", fileName.c_str(), text);
 }

@@ -9,17 +9,6 @@
 
 namespace {
 
-FormattableMessage record(const char* text, const char* name = "MSG", long facility = 0,
-                          long severity = 0) {
-    FormattableMessage message;
-    message.text = text;
-    message.symbolicName = name;
-    message.languageId = 1033;
-    message.facilityId = facility;
-    message.severityId = severity;
-    return message;
-}
-
 FormattableMessage* stored(MultiLangMessageMap& store, long languageId, long messageId) {
     FormattableMessage* found = nullptr;
     store.get(languageId, messageId, found);
@@ -28,7 +17,7 @@ FormattableMessage* stored(MultiLangMessageMap& store, long languageId, long mes
 
 TEST(MessageStore, FirstPutStoresACopy) {
     MultiLangMessageMap store;
-    FormattableMessage message = record("Disk full.");
+    FormattableMessage message{"Disk full.", "MSG", 1033, 0, 0};
     FormattableMessage* found = &message;
     EXPECT_EQ(store.get(1033, 1, found), nullptr);
     EXPECT_EQ(found, nullptr);  // cleared on a miss
@@ -42,7 +31,7 @@ TEST(MessageStore, FirstPutStoresACopy) {
 
 TEST(MessageStore, KeysAreSigned32BitDecimalPairsInStrcmpOrder) {
     MultiLangMessageMap store;
-    FormattableMessage message = record("x");
+    FormattableMessage message{"x", "MSG", 1033, 0, 0};
     const long pairs[][2] = {
         {1033, 9},  {1033, 10}, {1033, 1},
         {1033, -5}, {10, 7},    {1033, static_cast<long>(0xC0000001u)},
@@ -59,15 +48,15 @@ TEST(MessageStore, KeysAreSigned32BitDecimalPairsInStrcmpOrder) {
 
 TEST(MessageStore, RepeatedPairKeepsOrReplacesInPlace) {
     MultiLangMessageMap store;
-    FormattableMessage first = record("Text", "FIRST", 7, 3), renamed = record("Text", "2", 7, 3);
+    FormattableMessage first{"Text", "FIRST", 1033, 7, 3}, renamed{"Text", "2", 1033, 7, 3};
     ASSERT_TRUE(store.put(1033, 1, first));
     FormattableMessage* original = stored(store, 1033, 1);
     EXPECT_FALSE(store.put(1033, 1, renamed));
     EXPECT_EQ(original->symbolicName, "FIRST");
 
     // Any difference in text, facility or severity replaces all five fields.
-    FormattableMessage variants[] = {record("Other", "T", 7, 3), record("Other", "F", 8, 3),
-                                     record("Other", "S", 8, 2)};
+    FormattableMessage variants[] = {
+        {"Other", "T", 1033, 7, 3}, {"Other", "F", 1033, 8, 3}, {"Other", "S", 1033, 8, 2}};
     for (FormattableMessage& variant : variants) {
         EXPECT_FALSE(store.put(1033, 1, variant));
         FormattableMessage* now = stored(store, 1033, 1);
@@ -82,7 +71,7 @@ TEST(MessageStore, RepeatedPairKeepsOrReplacesInPlace) {
 TEST(MessageStore, SymbolicNameStaysBoundToItsFirstIdentifier) {
     MultiLangMessageMap store;
     std::string name = "ID_A", unknown = "UNKNOWN", otherCase = "id_a";
-    FormattableMessage english = record("A"), german = record("B");
+    FormattableMessage english{"A", "MSG", 1033, 0, 0}, german{"B", "MSG", 1033, 0, 0};
     EXPECT_TRUE(store.put(1033, name, 5, english));
     EXPECT_TRUE(store.put(1031, name, 7, german));  // filed under 5
     EXPECT_EQ(stored(store, 1031, 7), nullptr);

@@ -91,7 +91,8 @@ TEST(FacilityMap, PutAndLookups) {
     FacilityMap map;
     std::string application = "Application", lower = "application", other = "Other";
     std::string shout = "OTHER", another = "another";
-    Facility first{0, 1, "first"}, second{0, 7, "second"};
+    // A counter is kept as a 32-bit value on every platform: 1 here.
+    Facility first{0, static_cast<long>(INT64_C(0x100000001)), "first"}, second{0, 7, "second"};
     EXPECT_EQ(map.get(0), nullptr);
     EXPECT_EQ(map.get(application), nullptr);
     EXPECT_TRUE(map.put(application, 0, first, false));
@@ -99,7 +100,7 @@ TEST(FacilityMap, PutAndLookups) {
     EXPECT_EQ(map.get(9), nullptr);
     EXPECT_FALSE(map.put(other, 0, second, false));  // a second name of the first record
     ASSERT_NE(map.get(shout), nullptr);
-    EXPECT_EQ(map.get(shout)->name, "first");
+    EXPECT_EQ(map.get(shout)->name + std::to_string(map.get(shout)->msgId), "first1");
     EXPECT_TRUE(map.put(another, 0, second, true));
     map.get(lower)->msgId = 42;  // changes through the pointer reach the map
     EXPECT_EQ(map.get(0)->msgId, 42);

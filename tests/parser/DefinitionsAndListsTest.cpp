@@ -16,7 +16,7 @@ const long GERMAN_ID = 0x407;
 TEST(Definitions, CodesComeFromTheFacilityCounters) {
     inFreshProcess([] {
         loadText(ENGLISH +
-                 "FacilityNames=(Runtime=2:R\nBig=0x1FFF:B)\n"
+                 "FacilityNames=(Runtime=2:R\nBig=0x1FFE:B)\n"
                  "MessageId=\nSymbolicName=A\n.\n"
                  "MessageId=\nSymbolicName=B\n.\n"
                  "MessageId=5\nSymbolicName=C\n.\n"
@@ -25,15 +25,17 @@ TEST(Definitions, CodesComeFromTheFacilityCounters) {
                  "MessageId=+0x10\nSymbolicName=F\n.\n"
                  "MessageId=0x10\nSeverity=Error\nFacility=runtime\nSymbolicName=G\n.\n"
                  // H advances the table's copy of Runtime, I takes the record's counter
-                 "MessageId=\nSymbolicName=H\n.\n"
+                 "MessageId=\nSymbolicName=H\nOutputBase=16\n.\n"
                  "MessageId=\nFacility=Runtime\nSeverity=Warning\nSymbolicName=I\n.\n"
-                 "MessageId=0x12345\nSeverity=Warning\nFacility=Big\nSymbolicName=J\n.\n");
+                 // a declared facility counts from 1; only 12 and 16 bits of the parts count
+                 "MessageId=\nSeverity=Warning\nFacility=Big\nSymbolicName=K\n.\n"
+                 "MessageId=0x12345\nFacility=Big\nSymbolicName=J\n.\n");
         const struct {
             const char* name;
             uint32_t id;
-        } expected[] = {{"A", 1},          {"B", 2},         {"C", 5},          {"D", 6},
-                        {"E", 10},         {"F", 0x1B},      {"G", 0xC0020010}, {"H", 0xC0020011},
-                        {"I", 0x80020011}, {"J", 0x8FFF2345}};
+        } expected[] = {{"A", 1},          {"B", 2},          {"C", 5},          {"D", 6},
+                        {"E", 10},         {"F", 0x1B},       {"G", 0xC0020010}, {"H", 0xC0020011},
+                        {"I", 0x80020011}, {"K", 0x8FFE0001}, {"J", 0x8FFE2345}};
         for (const auto& row : expected) {
             EXPECT_EQ(idOf(row.name), toInt32(static_cast<long>(row.id))) << row.name;
         }
@@ -51,8 +53,9 @@ TEST(Definitions, HeadersSetTheDefaultsAndContinuationsAddLanguages) {
             "MessageId=1\nlanguage=GERMAN\nSeverity=fatal\nSymbolicName=A\nEins\n.\n"
             "MessageId=7\nSeverity=Warning\nSymbolicName=B\nLanguage=English\nSeven\n.\n"
             "\nLanguage=German\n; comment\nSieben\n.\n"
-            "MessageId=\nSymbolicName=C\nAcht\n.\n");
-        EXPECT_EQ(idOf("A"), toInt32(0xC0000001L));  // the names match in any case
+            "MessageId=\nSymbolicName=C\nAcht\n.\n"
+            "Language=English\nSymbolicName=C2\nEight\n.\n");  // numbered like C
+        EXPECT_EQ(idOf("A"), toInt32(0xC0000001L));            // the names match in any case
         EXPECT_EQ(textOf(GERMAN_ID, idOf("A")), "Eins");
         long b = idOf("B");
         EXPECT_EQ(b, toInt32(0x80000007L));
@@ -62,11 +65,12 @@ TEST(Definitions, HeadersSetTheDefaultsAndContinuationsAddLanguages) {
         EXPECT_EQ(recordOf(GERMAN_ID, b)->severityId, 2);
         EXPECT_EQ(recordOf(GERMAN_ID, b)->symbolicName, "B");
         EXPECT_EQ(textOf(GERMAN_ID, toInt32(0x80000008L)), "Acht");  // no step for a continuation
+        EXPECT_EQ(idOf("C2"), toInt32(0x80000008L));
         ASSERT_NE(table, nullptr);
         EXPECT_EQ(table->currentFacility.msgId, 9);
         ASSERT_NE(table->lastMessage, nullptr);
-        EXPECT_EQ(table->lastMessage->text, "Acht");
-        EXPECT_EQ(table->defaultLanguage, "German");
+        EXPECT_EQ(table->lastMessage->text, "Eight");
+        EXPECT_EQ(table->defaultLanguage, "English");
         EXPECT_EQ(table->lineNumber, 0);
         EXPECT_EQ(table->fileName, "");
     });
@@ -76,8 +80,8 @@ TEST(Definitions, TextLinesAreTrimmedAndJoined) {
     for (bool trailingOnly : {false, true}) {
         inFreshProcess([&] {
             loadText(ENGLISH +
-                         "MessageId=\nSymbolicName=A\n  first  \r\n; dropped\n\n"
-                         "\tsecond Language=x ; kept\t\n  .  \n"
+                         "MessageId=\r\nSymbolicName=A\r\n  first  \r\n; dropped\r\n\r\n"
+                         "\tsecond Language=x ; kept\t\r\n  .  \r\n"
                          "MessageId=\nSymbolicName=EMPTY\n.\n",
                      trailingOnly);
             EXPECT_EQ(textOf(0x409, idOf("A")), trailingOnly ? "  first\n\tsecond Language=x ; kept"
@@ -103,7 +107,7 @@ TEST(Definitions, TheLastLineMayEndTheFileWithoutALineFeed) {
 
 TEST(Dispatch, KeywordsAreFoundAnywhereInTheirFixedOrder) {
     inFreshProcess([] {
-        loadText(ENGLISH +
+        loadText("\xEF\xBB\xBF" + ENGLISH +  // a byte-order mark is text before the keyword
                  "  xMessageIdTypedef=anything ( ) Language\n"  // "messageidtypedef" wins: ignored
                  // "language" is tried before "messageid"; with no message stored yet it
                  // opens a definition whose own value is not used.
@@ -120,13 +124,15 @@ TEST(Lists, OneEntryPerLineBetweenTheParentheses) {
     inFreshProcess([] {
         MessageTable* table = loadText(
             "LanguageNames=(English=1:MSG1 French=2:MSG2)\n"
-            "FacilityNames=\n; comment\n\n(Runtime=2:R)\nStorage=3:S\n\n;c\nDisk=0X1F ) tail\n"
+            "LanguageNames=(;a comment, not an entry\nGerman=2:G\n)\n"
+            "(x) FacilityNames=\n; comment\n\n(Runtime=2:R)\nStorage=3:S\n\n;c\nDisk=0X1F ) tail\n"
             "SeverityNames=(\n\tFatal = 3 : F\n ) ;done\n"
             "SeverityNames=\n(\nGrave=2\n)\n");
         ASSERT_NE(table, nullptr);
         EXPECT_EQ(idIn(table->languages, "ENGLISH"), 1);
         EXPECT_EQ(*table->languages.get(1), "1:MSG1 French=2:MSG2");
-        // Runtime follows "(" on its line: ignored.
+        EXPECT_EQ(idIn(table->languages, "german"), 2);
+        // Only a "(" after the keyword opens the list; Runtime follows it on its line: ignored.
         EXPECT_EQ(facilityOf(table, "runtime") + " " + facilityOf(table, "STORAGE") + " " +
                       facilityOf(table, "disk"),
                   "<none> 3:S 31:");

@@ -15,6 +15,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         const char* message;
     } rows[] = {
         {";c\n ;x\n", 2, "Cannot understand input: \" ;x\""},
+        {"\xEF\xBB\xBF;c\n", 1, "Cannot understand input: \"\xEF\xBB\xBF;c\""},  // after a BOM
         {"MessageId\n", 1, "Expected Name Value pair got: \"MessageId\""},
         {"LanguageNames=(\n=1\n)\n", 2, "Expected Name Value pair got: \"=1\""},
         {E + "MessageId=\nSymbolicName\n", 3, "Expected Name Value pair got: \"SymbolicName\""},
@@ -24,6 +25,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         {"LanguageNames=(English=-1:X)\n", 1, "Expected langID, got: -1:X"},
         {"FacilityNames=(R=zz:R)\n", 1, "Expected facility ID, got: zz"},
         {"SeverityNames=(S=:S)\n", 1, "Expected severity ID, got: :S"},
+        {"FacilityNames=(Io=:x)\n", 1, "Expected facility ID, got: :x"},  // no number before ":"
         {"MessageId=+\n", 1, "Expected numeric value for message id, got: +"},
         {E + "MessageId=\n\nSymbolicName=A\n", 3, "Unexpected end of MessageId block"},
         {A, 4, "Unexpected end of MessageId block"},
@@ -36,6 +38,7 @@ TEST(ErrorTexts, EachErrorNamesItsLine) {
         {"MessageId=\nSymbolicName=A\nx\n.\n", 3, "Unknown default language: English"},
         {A + "hello", 4, "Unexpected EOF. Expected message body"},
         {A + "hello\n", 5, "Unexpected EOF, before message end marker \".\", is found"},
+        {A + ".\n\x1A", 5, "Cannot understand input: \"\x1A\""},  // a last line without line feed
         // After a stored message a line with "language" continues that message.
         {A + ".\nMessageId=9 Language=English\n", 5, "Unknown language: 9 Language=English"},
     };

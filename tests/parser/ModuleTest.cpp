@@ -37,7 +37,10 @@ TEST(ModuleLoading, AFileLoadsOncePerProcess) {
             thrownBy<MessageModuleException>([&] { MessageModule second(messages.path(), false); }),
             "File: " + messages.path() + ", already loaded");
         EXPECT_EQ(MessageModule::self(), first);
-        MessageModule::loadFile(first, headersOnly.path(), false);
+        TempFile indented("i.mc", message("B", 2, "  two"));
+        std::vector<std::string> more = {headersOnly.path(), indented.path()};
+        MessageModule::loadFiles(first, more, true);
+        EXPECT_EQ(textOf(0x409, 2), "  two");  // the trimming flag reaches every file
 
         delete first;  // empties the registry, keeps the store
         EXPECT_TRUE(MessageModule::mtmap.tables.empty());
