@@ -6,7 +6,7 @@
 #include <string>
 
 #include "MessageModule.h"
-#include "module/ModuleFailure.h"
+#include "maps/FailureText.h"
 #include "module/ResultText.h"
 #include "module/TextExpansion.h"
 

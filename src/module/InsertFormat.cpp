@@ -12,9 +12,9 @@
 #include <string>
 #include <type_traits>
 
+#include "maps/FailureText.h"
 #include "module/ArgumentListEnd.h"
 #include "module/InsertConversion.h"
-#include "module/ModuleFailure.h"
 #include "module/OversizedField.h"
 
 namespace {

@@ -11,8 +11,8 @@
 #include <cstring>
 #include <string>
 
+#include "maps/FailureText.h"
 #include "module/InsertFormat.h"
-#include "module/ModuleFailure.h"
 
 // Reads `text` (`length` bytes, NUL-terminated) and reports to `handler`:
 //   literal(data, n)  ordinary bytes, never "%" or a line feed; "%%" gives "%"

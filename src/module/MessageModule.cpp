@@ -1,7 +1,7 @@
 // The module's lifecycle: the process-wide stores and file loading.
 #include "MessageModule.h"
 
-#include "module/ModuleFailure.h"
+#include "maps/FailureText.h"
 
 // Defined in this order so that, at unload, the store is destroyed before the
 // registry (static objects are destroyed in reverse order of construction).

@@ -13,7 +13,7 @@
 #include <cstring>
 #include <string>
 
-#include "module/ModuleFailure.h"
+#include "maps/FailureText.h"
 
 namespace {
 
