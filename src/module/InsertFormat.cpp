@@ -12,6 +12,7 @@
 #include <string>
 #include <type_traits>
 
+#include "maps/DecimalText.h"
 #include "maps/FailureText.h"
 #include "module/ArgumentListEnd.h"
 #include "module/InsertConversion.h"
@@ -76,17 +77,9 @@ InsertText writeDecimal(T value, char* buffer) {
     unsigned long long magnitude = static_cast<unsigned long long>(value);
     bool negative = value < 0;
     if (negative) magnitude = 0 - magnitude;
-    char digits[24];
-    char* first = digits + sizeof digits;
-    do {
-        *--first = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    if (negative) *--first = '-';
-    std::size_t length = static_cast<std::size_t>(digits + sizeof digits - first);
-    std::memcpy(buffer, first, length);
-    buffer[length] = '\0';
-    return InsertText{buffer, length};
+    char* end = appendDecimal(buffer, magnitude, negative);
+    *end = '\0';
+    return InsertText{buffer, static_cast<std::size_t>(end - buffer)};
 }
 
 // "%d", "%i" or "%u" with at most an l or ll: what writeDecimal prints.
