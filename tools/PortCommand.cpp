@@ -105,6 +105,13 @@ private:
     bool committed_ = false;
 };
 
+// Reports what was found before `error`, then the error itself.
+int failed(const PortReport& report, const std::string& input, const PortError& error) {
+    report.print(std::cerr, input);
+    std::cerr << describeError(input, error) << '\n';
+    return 1;
+}
+
 int port(const PortCommandOptions& command) {
     PortOptions options = portOptions(command);
     std::string bytes;
@@ -127,13 +134,9 @@ int port(const PortCommandOptions& command) {
         output.commit();
         if (header) header->commit();
     } catch (const PortError& error) {
-        report.print(std::cerr, command.input);
-        std::cerr << describeError(command.input, error) << '\n';
-        return 1;
+        return failed(report, command.input, error);
     } catch (const UnwritableText& error) {
-        report.print(std::cerr, command.input);
-        std::cerr << describeError(command.input, PortError{0, error.what()}) << '\n';
-        return 1;
+        return failed(report, command.input, PortError{0, error.what()});
     }
     report.print(std::cerr, command.input);
     return 0;

@@ -7,22 +7,9 @@
 set -uo pipefail
 case_name=$1 tool=$2 src=$3 corpus=$4 emulator=${5:-}
 data=$src/tests/po/data
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
+source "$(dirname "${BASH_SOURCE[0]}")/../support/cases-lib.sh"
 cd "$src" || exit 1
 mc=examples/messages.mc # relative: the references in the expected files name it so
-
-# run ARGS...: runs the tool; sets $status, $out (stdout), $err (stderr).
-run() {
-    $emulator "$tool" "$@" >"$work/out" 2>"$work/err"
-    status=$?
-    out=$(cat "$work/out")
-    err=$(cat "$work/err")
-}
-fail() { echo "FAIL [$case_name]: $*"; failures=$((failures + 1)); }
-expect_status() { [ "$status" = "$1" ] || fail "exit $status, expected $1 ($2): $err"; }
-expect_in() { grep -qF -- "$2" <<<"$1" || fail "missing \"$2\" in: $1"; }
 # msgfmt's full check must accept every PO file the tool writes.
 expect_valid_po() { msgfmt --check -o /dev/null "$1" 2>"$work/msgfmt" || fail "msgfmt: $(cat "$work/msgfmt")"; }
 # The texts of language $2 in file $1: identifier, name and text per line.
@@ -194,5 +181,4 @@ case_corpus() {
     grep FAIL "$work/corpus.log" && failures=1
 }
 
-"case_$case_name"
-exit $((failures > 0))
+run_case

@@ -1,30 +1,18 @@
 #!/usr/bin/env bash
-# End-to-end cases of `tqmsg port`, one per CTest test:
+# End-to-end cases of `tqmsg port`. Each function case_NAME is one CTest test,
+# port.NAME, registered from this file by tests/CMakeLists.txt:
 #   port-cases.sh CASE TOOL "CC FLAGS" [EMULATOR]
 # What the converted texts format to is checked rule by rule in RuleTest; here
 # the command itself: its options, exit statuses, outputs and messages.
 set -uo pipefail
 case_name=$1 tool=$2 cc=$3 emulator=${4:-}
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-
-run() {
-    $emulator "$tool" "$@" >"$work/out" 2>"$work/err"
-    status=$?
-    out=$(cat "$work/out")
-    err=$(cat "$work/err")
-}
-fail() { echo "FAIL [$case_name]: $*"; failures=$((failures + 1)); }
-expect_status() { [ "$status" = "$1" ] || fail "exit $status, expected $1 ($2): $err"; }
-expect_in() { grep -qF -- "$2" <<<"$1" || fail "missing \"$2\" in: $1"; }
+source "$(dirname "${BASH_SOURCE[0]}")/../support/cases-lib.sh"
 
 # A Windows file: no LanguageNames, a name the library would misread, CR LF.
 printf 'MessageId=0x10 Severity=Error SymbolicName=ERROR_LANGUAGE_GONE\r\nLanguage=English\r\nGone: %%1.\r\n.\r\n' \
     >"$work/in.mc"
 
-case $case_name in
-usage)
+case_usage() {
     while read -r expected args; do
         run port $args
         expect_status "$expected" "port $args"
@@ -42,16 +30,18 @@ usage)
 1 $work/missing.mc -o $work/o.mc
 1 $work/in.mc -o $work/o.mc --customer-bit
 EOT
-    ;;
-no_output_on_error)
+}
+
+case_no_output_on_error() {
     printf 'MessageId=1\nSeverity=Fatal\nSymbolicName=MSG_A\nLanguage=English\nA\n.\n' >"$work/bad.mc"
     run port "$work/bad.mc" -o "$work/bad_out.mc" --header "$work/bad_out.h"
     expect_status 1 "undeclared severity"
     expect_in "$err" "$work/bad.mc:2: error: severity name not declared: Fatal"
     leftovers=$(ls "$work" | grep -v '^bad.mc$\|^in.mc$\|^out$\|^err$')
     [ -z "$leftovers" ] || fail "files left behind: $leftovers"
-    ;;
-convert)
+}
+
+case_convert() {
     run port "$work/in.mc" -o "$work/out.mc" --header "$work/out.h" --language English=0x409
     expect_status 0 port
     expect_in "$err" "$work/in.mc:1: warning: SymbolicName ERROR_LANGUAGE_GONE renamed ERROR_L_ANGUAGE_GONE"
@@ -61,16 +51,14 @@ convert)
     [ "$out" = "Gone: disk." ] || fail "formatted: $out"
     printf '#include "out.h"\nint id = ERROR_LANGUAGE_GONE;\n' >"$work/use.c"
     $cc -c -I"$work" "$work/use.c" -o "$work/use.o" || fail "the header does not compile"
-    ;;
-options)
+}
+
+case_options() {
     run port "$work/in.mc" -o "$work/out.mc" --no-final-newline --application-fff --name-prefix IN_
     expect_status 0 port
     run format "$work/out.mc" IN_ERROR_L_ANGUAGE_GONE disk --ignore-inserts
     [ "$out" = "Gone: %1." ] || fail "--no-final-newline: $out"
     expect_in "$(cat "$work/out.mc")" "Application_FFF=0xFFF"
-    ;;
-*)
-    fail "unknown case"
-    ;;
-esac
-exit $((failures > 0))
+}
+
+run_case

@@ -1,26 +1,13 @@
 #!/usr/bin/env bash
 # End-to-end cases of the tqmsg tool. Each function case_NAME is one CTest test,
-# tool.NAME, registered from this file by tools/CMakeLists.txt:
+# tool.NAME, registered from this file by tests/CMakeLists.txt:
 #   tool-cases.sh CASE TOOL SOURCE_DIR "CC FLAGS" "CXX FLAGS" [EMULATOR]
 # Expected values come from the example message file itself or from another
 # subcommand (list against header, format by name against format by id).
 set -uo pipefail
 case_name=$1 tool=$2 src=$3 cc=$4 cxx=$5 emulator=${6:-}
 mc=$src/examples/messages.mc
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-failures=0
-
-# run ARGS...: runs the tool; sets $status, $out (stdout), $err (stderr).
-run() {
-    $emulator "$tool" "$@" >"$work/out" 2>"$work/err"
-    status=$?
-    out=$(cat "$work/out")
-    err=$(cat "$work/err")
-}
-fail() { echo "FAIL [$case_name]: $*"; failures=$((failures + 1)); }
-expect_status() { [ "$status" = "$1" ] || fail "exit $status, expected $1 ($2): $err"; }
-expect_in() { grep -qF -- "$2" <<<"$1" || fail "missing \"$2\" in: $1"; }
+source "$(dirname "${BASH_SOURCE[0]}")/../support/cases-lib.sh"
 
 messages=$(grep -c '^SymbolicName=' "$mc")
 texts=$(grep -c '^\.$' "$mc")
@@ -466,6 +453,4 @@ CMAKE
     expect_in "$(cat "$work/build.log")" "events.mc:2: error: severity name not declared: Fatal"
 }
 
-declare -F "case_$case_name" >/dev/null || { echo "unknown case: $case_name"; exit 2; }
-"case_$case_name"
-exit $((failures > 0))
+run_case

@@ -1,0 +1,23 @@
+// The C/C++ header of message identifiers that `tqmsg header` and
+// `tqmsg port --header` write: one commented #define per symbolic name, its
+// value an int usable directly as the messageId of the TQ_ functions.
+#ifndef TQMSG_PORT_C_HEADER_WRITER_H
+#define TQMSG_PORT_C_HEADER_WRITER_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct CHeaderEntry {
+    std::string name;
+    uint32_t id;
+    std::string comment;  // the message text on one line
+};
+
+// The header text, entries sorted by identifier (equal ones keep their order).
+// `command` names the generating subcommand, `languageId` the language of the
+// comments and `path` the file whose base name makes the include guard.
+std::string writeCHeader(const std::string& command, long languageId, const std::string& path,
+                         std::vector<CHeaderEntry> entries);
+
+#endif  // TQMSG_PORT_C_HEADER_WRITER_H
