@@ -3,7 +3,9 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "Caseless.h"
 #include "HexText.h"
@@ -67,23 +69,113 @@ const std::vector<const char*>& keywordsBefore(NameRole role) {
     return symbolicName;
 }
 
-void checkName(const std::string& name, NameRole role) {
-    if (!writableName(name, role)) throw UnwritableText("name not readable back: " + name);
+// True for the first letters of the reader's keywords.
+bool startsKeyword(char lowerCaseLetter) {
+    static const std::array<bool, 256> starts = [] {
+        std::array<bool, 256> table{};
+        for (NameRole role : {NameRole::SymbolicName, NameRole::Language, NameRole::Severity}) {
+            for (const char* keyword : keywordsBefore(role)) {
+                table[static_cast<unsigned char>(keyword[0])] = true;
+            }
+        }
+        return table;
+    }();
+    return starts[static_cast<unsigned char>(lowerCaseLetter)];
 }
 
-// Checks each name once in a row: a file repeats its few language, severity
-// and facility names in every definition.
+// True for the characters that end a name on its line, or the line itself.
+bool splitsName(char c) {
+    switch (c) {
+        case ' ':
+        case '\t':
+        case '\r':
+        case '\n':
+        case '\0':
+        case '=':
+        case '(':
+        case ')':
+        case ';':
+            return true;
+        default:
+            return false;
+    }
+}
+
+// The index in `keywords` of the first one, in the reader's order, that
+// stands in `name` at or after `from`; keywords.size() when none does.
+size_t firstKeywordFrom(const std::string& name, const std::vector<const char*>& keywords,
+                        size_t from) {
+    size_t found = keywords.size();  // the first in the reader's order found so far
+    for (size_t at = from; at < name.size() && found > 0; ++at) {
+        const char c = asciiLower(name[at]);
+        if (!startsKeyword(c)) continue;
+        for (size_t k = 0; k < found; ++k) {
+            if (keywords[k][0] == c && startsCaseless(name, at, keywords[k])) {
+                found = k;
+                break;
+            }
+        }
+    }
+    return found;
+}
+
+// The length of the longest keyword a name is searched for.
+size_t longestKeyword() {
+    static const size_t longest = [] {
+        size_t length = 0;
+        for (NameRole role : {NameRole::SymbolicName, NameRole::Language, NameRole::Severity}) {
+            for (const char* keyword : keywordsBefore(role)) {
+                length = std::max(length, std::strlen(keyword));
+            }
+        }
+        return length;
+    }();
+    return longest;
+}
+
+// True when `name` can be written in `role`, given that its first `clean`
+// characters hold nothing that splits a name and that no keyword starts
+// before `from`.
+bool writableFrom(const std::string& name, NameRole role, size_t clean, size_t from) {
+    for (size_t at = clean; at < name.size(); ++at) {
+        if (splitsName(name[at])) return false;
+    }
+    const std::vector<const char*>& keywords = keywordsBefore(role);
+    return firstKeywordFrom(name, keywords, from) == keywords.size();
+}
+
+[[noreturn]] void rejectName(const std::string& name) {
+    throw UnwritableText("name not readable back: " + name);
+}
+
+void checkName(const std::string& name, NameRole role) {
+    if (!writableName(name, role)) rejectName(name);
+}
+
+size_t commonPrefixLength(const std::string& a, const std::string& b) {
+    size_t length = 0;
+    while (length < a.size() && length < b.size() && a[length] == b[length]) ++length;
+    return length;
+}
+
+// Checks each name against the last one of its role that passed: a file
+// repeats its few language, severity and facility names in every definition,
+// and consecutive symbolic names (made-up ones above all) share a long prefix,
+// so only what follows the shared part, from a keyword's length before its
+// end, is searched.
 class NameChecks {
 public:
     void operator()(const std::string& name, NameRole role) {
         std::string& last = last_[static_cast<int>(role)];
         if (!name.empty() && name == last) return;
-        checkName(name, role);
+        size_t shared = commonPrefixLength(name, last);
+        size_t from = shared > longestKeyword() ? shared - longestKeyword() : 0;
+        if (name.empty() || !writableFrom(name, role, shared, from)) rejectName(name);
         last = name;
     }
 
 private:
-    std::string last_[4];  // by role
+    std::string last_[4];  // by role; "" until a name of the role passed
 };
 
 void writeList(std::ostream& out, const std::string& keyword, const std::vector<NameEntry>& entries,
@@ -133,62 +225,16 @@ void appendDefinition(std::string& out, const MessageDefinition& definition, Nam
     out.append(1, '\n');
 }
 
-// True for the first letters of the reader's keywords.
-bool startsKeyword(char lowerCaseLetter) {
-    static const std::array<bool, 256> starts = [] {
-        std::array<bool, 256> table{};
-        for (NameRole role : {NameRole::SymbolicName, NameRole::Language, NameRole::Severity}) {
-            for (const char* keyword : keywordsBefore(role)) {
-                table[static_cast<unsigned char>(keyword[0])] = true;
-            }
-        }
-        return table;
-    }();
-    return starts[static_cast<unsigned char>(lowerCaseLetter)];
-}
-
-// True for the characters that end a name on its line, or the line itself.
-bool splitsName(char c) {
-    switch (c) {
-        case ' ':
-        case '\t':
-        case '\r':
-        case '\n':
-        case '\0':
-        case '=':
-        case '(':
-        case ')':
-        case ';':
-            return true;
-        default:
-            return false;
-    }
-}
-
 }  // namespace
 
 std::string misreadKeyword(const std::string& name, NameRole role) {
     const std::vector<const char*>& keywords = keywordsBefore(role);
-    size_t found = keywords.size();  // the first in the reader's order found so far
-    for (size_t at = 0; at < name.size() && found > 0; ++at) {
-        const char c = asciiLower(name[at]);
-        if (!startsKeyword(c)) continue;
-        for (size_t k = 0; k < found; ++k) {
-            if (keywords[k][0] == c && startsCaseless(name, at, keywords[k])) {
-                found = k;
-                break;
-            }
-        }
-    }
+    size_t found = firstKeywordFrom(name, keywords, 0);
     return found < keywords.size() ? keywords[found] : "";
 }
 
 bool writableName(const std::string& name, NameRole role) {
-    if (name.empty()) return false;
-    for (char c : name) {
-        if (splitsName(c)) return false;
-    }
-    return misreadKeyword(name, role).empty();
+    return !name.empty() && writableFrom(name, role, 0, 0);
 }
 
 void writeMessageFile(std::ostream& out, const MessageFileContent& content) {

@@ -36,10 +36,13 @@ std::string filePrefix(const std::string& fileName) {
 
 class SymbolicNamer {
 public:
-    SymbolicNamer(const std::string& fileName, const std::string& prefix, PortReport& report)
+    SymbolicNamer(const std::string& fileName, const std::string& prefix, size_t messages,
+                  PortReport& report)
         : madeUpPrefix_(unspoiled(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
           prefix_(prefix),
-          report_(report) {}
+          report_(report) {
+        takenBy_.reserve(messages);  // one name a message, most often
+    }
 
     // The written and the header name of one message.
     std::pair<std::string, std::string> name(const PortedMessage& message) {
@@ -71,12 +74,19 @@ private:
     }
 
     // The file prefix and the identifier: "_" and hexadecimal digits after the
-    // checked prefix make no keyword.
+    // checked prefix make no keyword. A file without names has one per
+    // message, so the name and its warning are composed without temporaries.
     std::string madeUpName(const PortedMessage& message) {
-        std::string written = unique(madeUpPrefix_ + upperHex(message.id, 8), message.id);
-        report_.warn(
-            message.line, WarningKind::MadeUpName,
-            "message 0x" + upperHex(message.id, 8) + " has no SymbolicName: named " + written);
+        const std::string digits = upperHex(message.id, 8);
+        std::string candidate;
+        candidate.reserve(madeUpPrefix_.size() + digits.size());
+        candidate.append(madeUpPrefix_).append(digits);
+        std::string written = unique(candidate, message.id);
+        static const char opening[] = "message 0x", middle[] = " has no SymbolicName: named ";
+        std::string warning;
+        warning.reserve(sizeof(opening) + digits.size() + sizeof(middle) + written.size());
+        warning.append(opening).append(digits).append(middle).append(written);
+        report_.warn(message.line, WarningKind::MadeUpName, std::move(warning));
         return written;
     }
 
@@ -168,11 +178,13 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
 FileNames nameEverything(const PortedFile& file, const std::string& fileName,
                          const std::string& prefix, PortReport& report) {
     FileNames names;
-    SymbolicNamer namer(fileName, prefix, report);
+    SymbolicNamer namer(fileName, prefix, file.messages.size(), report);
+    names.symbolicNames.reserve(file.messages.size());
+    names.headerNames.reserve(file.messages.size());
     for (const PortedMessage& message : file.messages) {
         auto name = namer.name(message);
-        names.symbolicNames.push_back(name.first);
-        names.headerNames.push_back(name.second);
+        names.symbolicNames.push_back(std::move(name.first));
+        names.headerNames.push_back(std::move(name.second));
     }
     nameList(file.languages, ListKind::Language, NameRole::Language, names.languages,
              names.languageEntries, report);
