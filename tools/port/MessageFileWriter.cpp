@@ -161,7 +161,7 @@ size_t commonPrefixLength(const std::string& a, const std::string& b) {
 // Checks each name against the last one of its role that passed: a file
 // repeats its few language, severity and facility names in every definition,
 // and consecutive symbolic names (made-up ones above all) share a long prefix,
-// so only what follows the shared part, from a keyword's length before its
+// so only what follows the shared part, and a keyword's length before its
 // end, is searched.
 class NameChecks {
 public:
@@ -169,7 +169,8 @@ public:
         std::string& last = last_[static_cast<int>(role)];
         if (!name.empty() && name == last) return;
         size_t shared = commonPrefixLength(name, last);
-        size_t from = shared > longestKeyword() ? shared - longestKeyword() : 0;
+        // A keyword starting before `from` would end inside the shared part.
+        size_t from = shared >= longestKeyword() ? shared + 1 - longestKeyword() : 0;
         if (name.empty() || !writableFrom(name, role, shared, from)) rejectName(name);
         last = name;
     }

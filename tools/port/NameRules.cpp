@@ -64,12 +64,14 @@ public:
     }
 
 private:
-    std::string unique(const std::string& name, unsigned long id) {
-        std::string candidate = name;
+    // `name`, or the first of name_2, name_3... that no other message took.
+    std::string unique(std::string name, unsigned long id) {
+        auto taken = takenBy_.emplace(name, id);
+        if (taken.second || taken.first->second == id) return name;
         for (int n = 2;; ++n) {
-            auto taken = takenBy_.emplace(candidate, id);
+            std::string candidate = name + "_" + std::to_string(n);
+            taken = takenBy_.emplace(candidate, id);
             if (taken.second || taken.first->second == id) return candidate;
-            candidate = name + "_" + std::to_string(n);
         }
     }
 
@@ -81,7 +83,7 @@ private:
         std::string candidate;
         candidate.reserve(madeUpPrefix_.size() + digits.size());
         candidate.append(madeUpPrefix_).append(digits);
-        std::string written = unique(candidate, message.id);
+        std::string written = unique(std::move(candidate), message.id);
         static const char opening[] = "message 0x", middle[] = " has no SymbolicName: named ";
         std::string warning;
         warning.reserve(sizeof(opening) + digits.size() + sizeof(middle) + written.size());

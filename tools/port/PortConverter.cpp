@@ -19,13 +19,13 @@ std::vector<std::string> comments(const std::string& fileName, const PortOptions
 }
 
 MessageDefinition definition(const PortedMessage& message, const FileNames& names,
-                             const std::string& symbolicName, const PortOptions& options,
+                             std::string symbolicName, const PortOptions& options,
                              TextConversionState& texts, PortReport& report) {
     MessageDefinition out;
     out.code = static_cast<long>(message.id & 0xFFFF);
     out.severity = names.severities[message.severity];
     out.facility = names.facilities[message.facility];
-    out.symbolicName = symbolicName;
+    out.symbolicName = std::move(symbolicName);
     for (const PortedText& text : message.texts) {
         out.texts.push_back({names.languages[text.language],
                              convertTextLines(text.lines, text.lineNumbers, texts, report),
@@ -62,7 +62,7 @@ PortResult portMessageFile(const std::string& bytes, const std::string& fileName
             result.headerNames.push_back({names.headerNames[i], message.id, i});
         }
         result.content.definitions.push_back(
-            definition(message, names, names.symbolicNames[i], options, texts, report));
+            definition(message, names, std::move(names.symbolicNames[i]), options, texts, report));
     }
     return result;
 }
