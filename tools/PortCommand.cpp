@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -85,11 +86,16 @@ public:
     PendingFile(const PendingFile&) = delete;
     PendingFile& operator=(const PendingFile&) = delete;
 
-    void write(const std::string& text) {
+    // What `produce` writes goes straight to the file: a converted file is
+    // larger than its input, and a copy in memory costs its pages twice.
+    void write(const std::function<void(std::ostream&)>& produce) {
         std::ofstream out(temporary_, std::ios::binary | std::ios::trunc);
-        out << text;
+        produce(out);
         out.close();
         if (!out) throw std::runtime_error("cannot write " + path_ + ": " + reason());
+    }
+    void write(const std::string& text) {
+        write([&text](std::ostream& out) { out << text; });
     }
     void commit() {
         if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
@@ -122,10 +128,8 @@ int port(const PortCommandOptions& command) {
     PortReport report;
     try {
         PortResult result = portMessageFile(bytes, command.input, options, report);
-        std::ostringstream converted;
-        writeMessageFile(converted, result.content);
         PendingFile output(command.output);
-        output.write(converted.str());
+        output.write([&result](std::ostream& out) { writeMessageFile(out, result.content); });
         std::unique_ptr<PendingFile> header;
         if (!command.header.empty()) {
             header.reset(new PendingFile(command.header));
