@@ -125,4 +125,36 @@ TEST(MessageFileWriter, NamesThatTheReaderMisreadsAreRefused) {
     }
 }
 
+// The second name follows one that passed and shares a long prefix with it:
+// what differs, and a keyword reaching back into the shared part, is still
+// searched.
+TEST(MessageFileWriter, NamesSharingAPrefixWithTheLastOneAreStillChecked) {
+    struct Follower {
+        const char *first, *second;
+        bool writable;
+    };
+    const Follower followers[] = {
+        {"REACTOS_EVENTCREATE_FACILIT", "REACTOS_EVENTCREATE_FACILITX", true},
+        {"REACTOS_EVENTCREATE_FACILIT", "REACTOS_EVENTCREATE_FACILITY", false},
+        {"REACTOS_EVENTCREATE_SYMBOLICNAM", "REACTOS_EVENTCREATE_SYMBOLICNAME", false},
+        {"REACTOS_EVENTCREATE_00000001", "REACTOS_EVENTCREATE_00000002", true},
+        {"REACTOS_EVENTCREATE_00000001", "REACTOS_EVENTCREATE_0000000 2", false},
+        {"REACTOS_EVENTCREATE_00000001", "REACTOS_EVENTCREATE_00000001_LANGUAGE", false},
+    };
+    for (const Follower& follower : followers) {
+        MessageFileContent content;
+        content.languages.push_back({"English", 1, ""});
+        for (const char* name : {follower.first, follower.second}) {
+            content.definitions.push_back(
+                {1, "Success", "Application", name, {{"English", {"x"}}}});
+        }
+        std::ostringstream out;
+        if (follower.writable) {
+            EXPECT_NO_THROW(writeMessageFile(out, content)) << follower.second;
+        } else {
+            EXPECT_THROW(writeMessageFile(out, content), UnwritableText) << follower.second;
+        }
+    }
+}
+
 }  // namespace
