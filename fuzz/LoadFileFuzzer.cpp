@@ -4,10 +4,9 @@
 // the input's length chooses the trimming mode. The library's two exception
 // types are the documented failures and are caught; anything else escaping,
 // and any sanitizer report, is a finding. Successful loads also render the
-// new table, which walks every map the parser filled.
-//
-// The store keeps every message for the life of the process, so one process
-// must not run unboundedly many inputs: see README.md (fork mode, -runs).
+// new table, which walks every map the parser filled. Each input starts with an
+// empty message store (FreshStore.h), so identifiers shared with earlier inputs
+// neither fail the load nor pile up in memory.
 #include <unistd.h>
 
 #include <cstddef>
@@ -16,6 +15,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "FreshStore.h"
 #include "MessageModule.h"
 
 namespace {
@@ -45,6 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     }
     std::string fileName = scratchFile();
+    FreshStoreAfterInput freshStore;
     try {
         MessageModule module(fileName, size % 2 == 1);
         if (MessageTable* table = MessageModule::mtmap.get(fileName)) {

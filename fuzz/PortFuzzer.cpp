@@ -1,13 +1,11 @@
 // Fuzz target: arbitrary bytes converted as a Windows message file.
 //
 // The converter either reports an error (PortError, or UnwritableText from the
-// writer) or produces a file, and every file it produces must load. The load
-// runs in a child process: the store is process-wide and keeps every text, so
-// the files of two inputs would collide in it. A file that fails to load is a
-// finding: the parent prints the converted file and the loader's text and
-// aborts. Bits of the input's length choose the options (final line break,
-// facility Application 0xFFF, code page CP1252).
-#include <sys/wait.h>
+// writer) or produces a file, and every file it produces must load. Each load
+// starts with an empty message store (FreshStore.h), as the file would in a
+// program of its own. A file that fails to load is a finding: the target
+// prints the loader's text and the converted file, and aborts. Bits of the input's length choose
+// the options (final line break, facility Application 0xFFF, code page CP1252).
 #include <unistd.h>
 
 #include <cstddef>
@@ -17,6 +15,7 @@
 #include <sstream>
 #include <string>
 
+#include "FreshStore.h"
 #include "MessageModule.h"
 #include "PortConverter.h"
 
@@ -53,41 +52,36 @@ std::string convert(const std::string& bytes) {
     return "";
 }
 
-// Loads the scratch file in a child; its status is 0 when the file loaded.
-int loadInChild() {
-    std::fflush(nullptr);
-    pid_t pid = fork();
-    if (pid < 0) return 0;  // no process to spare: nothing to judge
-    if (pid == 0) {
-        try {
-            MessageModule module(scratchFile(), false);
-        } catch (MessageTableParserException& e) {
-            std::fprintf(stderr, "the converted file does not load: %s\n", e.msg.c_str());
-            _exit(1);
-        } catch (MessageModuleException& e) {
-            std::fprintf(stderr, "the converted file does not load: %s\n", e.msg.c_str());
-            _exit(1);
-        }
-        _exit(0);
+// The loader's complaint about the scratch file, or "" when it loaded.
+std::string loadFailure() {
+    try {
+        MessageModule module(scratchFile(), false);
+    } catch (MessageTableParserException& e) {
+        return e.msg;
+    } catch (MessageModuleException& e) {
+        return e.msg;
     }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return "";
+}
+
+bool writeScratch(const std::string& bytes) {
+    std::FILE* out = std::fopen(scratchFile().c_str(), "wb");
+    if (!out) return false;
+    bool written = std::fwrite(bytes.data(), 1, bytes.size(), out) == bytes.size();
+    return std::fclose(out) == 0 && written;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string converted = convert(std::string(reinterpret_cast<const char*>(data), size));
-    if (converted.empty()) return 0;
-    std::FILE* out = std::fopen(scratchFile().c_str(), "wb");
-    if (!out) return 0;
-    bool written = std::fwrite(converted.data(), 1, converted.size(), out) == converted.size();
-    if (std::fclose(out) != 0 || !written) return 0;
-    int status = loadInChild();
+    if (converted.empty() || !writeScratch(converted)) return 0;
+    FreshStoreAfterInput freshStore;
+    std::string failure = loadFailure();
     std::remove(scratchFile().c_str());
-    if (status != 0) {
-        std::fprintf(stderr, "converted file (status %d):\n%s\n", status, converted.c_str());
+    if (!failure.empty()) {
+        std::fprintf(stderr, "the converted file does not load: %s\nconverted file:\n%s\n",
+                     failure.c_str(), converted.c_str());
         std::abort();
     }
     return 0;
