@@ -2,9 +2,9 @@
 # Builds the fuzz targets with clang (libFuzzer, AddressSanitizer,
 # UndefinedBehaviorSanitizer) and runs them side by side for a bounded time
 # (TQMSG_FUZZ_SECONDS, default 60). The converter's target needs the tools'
-# directory, where its library lives. Fork mode restarts the worker process now
-# and then, which bounds the message store that grows with every load. Any
-# crash, leak or sanitizer report fails the stage; its input is kept under
+# directory, where its library lives. Each target runs in fork mode, one
+# worker, as the long campaigns in fuzz/README.md do with more. Any crash, leak
+# or sanitizer report fails the stage; its input is kept under
 # build/fuzz/artifacts/.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
