@@ -128,6 +128,21 @@ Severity_X=1|1|not a language name a message file can hold
 EOT
 }
 
+# Entries the import cannot place are skipped with a warning, not taken.
+case_skipped_entries() {
+    sed '/^"Language: de\\n"$/a "Plural-Forms: nplurals=2; plural=(n != 1);\\n"' \
+        "$data/messages.German.po" >"$work/extra.po"
+    printf '\nmsgctxt "MSG_FILES"\nmsgid "%%d file"\nmsgid_plural "%%d files"\nmsgstr[0] "%%d Datei"\nmsgstr[1] "%%d Dateien"\n' >>"$work/extra.po"
+    printf '\nmsgid "Job done"\nmsgstr "Auftrag fertig"\n' >>"$work/extra.po"
+    expect_valid_po "$work/extra.po"
+    run po import "$work/extra.po" "$mc" --language German -o "$work/out.mc"
+    expect_status 0 "import with skipped entries"
+    expect_in "$err" "$work/extra.po:$(grep -n '^msgstr\[0\]' "$work/extra.po" | cut -d: -f1): warning: an entry with plural forms: skipped"
+    expect_in "$err" "$work/extra.po: warning: an entry without a symbolic name: skipped"
+    expect_in "$out" "0 added, 0 changed, 7 unchanged"
+    cmp -s "$mc" "$work/out.mc" || fail "skipped entries changed the file"
+}
+
 # Broken input and usage errors; PO texts are converted to the file's charset.
 case_bad_input() {
     printf 'msgid ""\nmsgstr "Content-Type: text/plain; charset=UTF-8\\n"\n\nmsgctxt "A"\nmsgid "x"\nmsgstr "y\n' >"$work/broken.po"
