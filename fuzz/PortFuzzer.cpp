@@ -4,8 +4,9 @@
 // writer) or produces a file, and every file it produces must load. Each load
 // starts with an empty message store (FreshStore.h), as the file would in a
 // program of its own. A file that fails to load is a finding: the target
-// prints the loader's text and the converted file, and aborts. Bits of the input's length choose
-// the options (final line break, facility Application 0xFFF, code page CP1252).
+// prints the loader's text and the converted file, and aborts. Bits of the
+// input's length choose the options (final line break, facility Application
+// 0xFFF, code page CP1252).
 #include <unistd.h>
 
 #include <cstddef>
