@@ -133,6 +133,9 @@ expect_field() {
     [[ $value =~ $3 ]] || { echo "FAIL: $(basename "$1") has $2: '$value', expected /$3/" >&2; exit 1; }
 }
 
+# The full version of the shared library, as the project declares it.
+version=$(sed -n 's/^project(tqmsg VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+
 check_packages() {
     local preset=$1 triplet=$2 dir=$tmp/deb/$1
     local lib=./usr/lib/$triplet
@@ -140,7 +143,7 @@ check_packages() {
     runtime=$(ls "$dir"/libtqmsg1_*.deb) dev=$(ls "$dir"/libtqmsg-dev_*.deb) tool=$(ls "$dir"/tqmsg_*.deb)
     # The runtime package holds the SONAME library and nothing else.
     dpkg-deb -c "$runtime" | awk '$1 !~ /^d/ {print $6}' | sort >"$tmp/runtime.txt"
-    printf '%s\n' "$lib/libtqmsg.so.1" "$lib/libtqmsg.so.1.0.0" \
+    printf '%s\n' "$lib/libtqmsg.so.1" "$lib/libtqmsg.so.$version" \
         ./usr/share/doc/libtqmsg1/changelog.gz ./usr/share/doc/libtqmsg1/copyright | sort |
         diff -u - "$tmp/runtime.txt" || { echo "FAIL: unexpected contents of $runtime" >&2; exit 1; }
     expect_files "$dev" "$lib/libtqmsg.so" ./usr/include/tqmsg/MessageModule.h \
