@@ -15,6 +15,7 @@ namespace {
 struct PoOptions {
     std::string poFile, messageFile, output;
     std::string language, sourceLanguage, charset;
+    bool forceLanguage = false;
 };
 
 int writeCatalogue(const PoOptions& options, bool isTemplate) {
@@ -46,8 +47,8 @@ int importTranslations(const PoOptions& options) {
     std::vector<std::string> warnings;
     PoCatalogue catalogue = readPoFile(options.poFile, warnings);
     MessageFileTexts file(options.messageFile);
-    ImportRequest request{options.poFile, options.language, options.sourceLanguage,
-                          options.charset};
+    ImportRequest request{options.poFile, options.language, options.sourceLanguage, options.charset,
+                          options.forceLanguage};
     ImportReport report;
     std::string content;
     try {
@@ -104,6 +105,8 @@ CommandRun addPoCommand(CLI::App& app) {
                      "NAME, or NAME=ID for a language new to FILE (default ID: from the PO "
                      "file's Language)")
         ->required();
+    imported->add_flag("--force-language", options->forceLanguage,
+                       "Import even when the PO file's Language names another language");
     imported->add_option("-o,--output", options->output, "Message file to write (may be FILE)")
         ->required();
     addCommonOptions(imported, *options);
