@@ -5,6 +5,7 @@
 #include <set>
 #include <unordered_map>
 
+#include "CHeaderWriter.h"
 #include "Caseless.h"
 #include "HexText.h"
 #include "MessageTable.h"
@@ -36,34 +37,48 @@ std::string filePrefix(const std::string& fileName) {
 
 class SymbolicNamer {
 public:
-    SymbolicNamer(const std::string& fileName, const std::string& prefix, size_t messages,
-                  PortReport& report)
+    SymbolicNamer(const std::string& fileName, const std::string& prefix,
+                  const std::vector<PortedMessage>& messages, PortReport& report)
         : madeUpPrefix_(unspoiled(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
           prefix_(prefix),
           report_(report) {
-        takenBy_.reserve(messages);  // one name a message, most often
+        takenBy_.reserve(messages.size());  // one name a message, most often
+        // A name made a C identifier must not take one the file defines.
+        for (const PortedMessage& message : messages) {
+            if (isCIdentifier(message.symbolicName)) headerNames_.insert(message.symbolicName);
+        }
     }
 
     // The written and the header name of one message.
     std::pair<std::string, std::string> name(const PortedMessage& message) {
         const std::string& original = message.symbolicName;
         if (original.empty()) return {madeUpName(message), ""};
-        std::string base = original, header = original;
         auto first = firstId_.emplace(original, message.id);
         if (first.first->second == message.id && written_.count(original)) {
             return {written_[original], ""};
         }
-        if (first.first->second != message.id) {
-            base = original + "_" + upperHex(message.id, 8);
-            header = "";
-        }
+        std::string header = first.first->second == message.id ? headerName(original) : "";
+        std::string base = header.empty() ? original + "_" + upperHex(message.id, 8) : header;
+        if (!isCIdentifier(base)) base = cIdentifierFrom(base);
         std::string written = unique(unspoiled(prefix_ + base, NameRole::SymbolicName), message.id);
         reportChange(message, original, written);
-        if (header == original) written_[original] = written;
+        if (!header.empty()) written_[original] = written;
         return {written, header};
     }
 
 private:
+    // The name of `original` in the C header: itself, or, where C cannot use
+    // it as a macro name, the C identifier made of it that no other
+    // definition of the file uses.
+    std::string headerName(const std::string& original) {
+        if (isCIdentifier(original)) return original;
+        std::string name = cIdentifierFrom(original);
+        for (int n = 2; !headerNames_.insert(name).second; ++n) {
+            name = cIdentifierFrom(original) + "_" + std::to_string(n);
+        }
+        return name;
+    }
+
     // `name`, or the first of name_2, name_3... that no other message took.
     std::string unique(std::string name, unsigned long id) {
         auto taken = takenBy_.emplace(name, id);
@@ -100,7 +115,8 @@ private:
                 "SymbolicName " + original + " renamed " + written +
                     (firstId_[original] != message.id
                          ? " (it already names message 0x" + upperHex(firstId_[original], 8) + ")"
-                         : " (the library would misread it)"));
+                     : !isCIdentifier(original) ? " (not a C identifier)"
+                                                : " (the library would misread it)"));
         }
     }
 
@@ -109,6 +125,7 @@ private:
     std::unordered_map<std::string, unsigned long> firstId_;  // original name -> first identifier
     std::unordered_map<std::string, std::string> written_;    // original name -> written name
     std::unordered_map<std::string, unsigned long> takenBy_;  // written name -> identifier
+    std::set<std::string> headerNames_;                       // C identifiers the header uses
 };
 
 // The reader seeds these severities: with the same number they need no entry.
@@ -180,7 +197,7 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
 FileNames nameEverything(const PortedFile& file, const std::string& fileName,
                          const std::string& prefix, PortReport& report) {
     FileNames names;
-    SymbolicNamer namer(fileName, prefix, file.messages.size(), report);
+    SymbolicNamer namer(fileName, prefix, file.messages, report);
     names.symbolicNames.reserve(file.messages.size());
     names.headerNames.reserve(file.messages.size());
     for (const PortedMessage& message : file.messages) {
