@@ -234,6 +234,24 @@ std::string misreadKeyword(const std::string& name, NameRole role) {
     return found < keywords.size() ? keywords[found] : "";
 }
 
+std::string unspoiledName(const std::string& name, NameRole role) {
+    const std::vector<const char*>& keywords = keywordsBefore(role);
+    std::string result;
+    result.reserve(name.size() + 8);
+    for (size_t at = 0; at < name.size(); ++at) {
+        result += name[at];
+        const char c = asciiLower(name[at]);
+        if (!startsKeyword(c)) continue;
+        for (const char* keyword : keywords) {
+            if (keyword[0] == c && startsCaseless(name, at, keyword)) {
+                result += '_';
+                break;
+            }
+        }
+    }
+    return result;
+}
+
 bool writableName(const std::string& name, NameRole role) {
     return !name.empty() && writableFrom(name, role, 0, 0);
 }

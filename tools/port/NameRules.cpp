@@ -12,16 +12,6 @@
 
 namespace {
 
-// `name` with "_" after the first letter of every keyword that spoils it in
-// `role`: ERROR_LANGUAGE becomes ERROR_L_ANGUAGE.
-std::string unspoiled(std::string name, NameRole role) {
-    for (std::string keyword = misreadKeyword(name, role); !keyword.empty();
-         keyword = misreadKeyword(name, role)) {
-        name.insert(findCaseless(name, keyword.c_str()) + 1, "_");
-    }
-    return name;
-}
-
 // "EVTMSGSTR" for "some/dir/evtmsgstr.mc".
 std::string filePrefix(const std::string& fileName) {
     std::string base = fileName.substr(fileName.find_last_of('/') + 1);
@@ -39,7 +29,7 @@ class SymbolicNamer {
 public:
     SymbolicNamer(const std::string& fileName, const std::string& prefix,
                   const std::vector<PortedMessage>& messages, PortReport& report)
-        : madeUpPrefix_(unspoiled(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
+        : madeUpPrefix_(unspoiledName(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
           prefix_(prefix),
           report_(report) {
         takenBy_.reserve(messages.size());  // one name a message, most often
@@ -60,7 +50,8 @@ public:
         std::string header = first.first->second == message.id ? headerName(original) : "";
         std::string base = header.empty() ? original + "_" + upperHex(message.id, 8) : header;
         if (!isCIdentifier(base)) base = cIdentifierFrom(base);
-        std::string written = unique(unspoiled(prefix_ + base, NameRole::SymbolicName), message.id);
+        std::string written =
+            unique(unspoiledName(prefix_ + base, NameRole::SymbolicName), message.id);
         reportChange(message, original, written);
         if (!header.empty()) written_[original] = written;
         return {written, header};
@@ -72,18 +63,22 @@ private:
     // definition of the file uses.
     std::string headerName(const std::string& original) {
         if (isCIdentifier(original)) return original;
-        std::string name = cIdentifierFrom(original);
-        for (int n = 2; !headerNames_.insert(name).second; ++n) {
-            name = cIdentifierFrom(original) + "_" + std::to_string(n);
+        const std::string base = cIdentifierFrom(original);
+        std::string name = base;
+        for (int& n = nextSuffix_.emplace(base, 2).first->second; !headerNames_.insert(name).second;
+             ++n) {
+            name = base + "_" + std::to_string(n);
         }
         return name;
     }
 
     // `name`, or the first of name_2, name_3... that no other message took.
+    // Many names can meet on one (every "My-Name" and "My.Name" is "My_Name"):
+    // the search for a free suffix goes on where the last one for `name` ended.
     std::string unique(std::string name, unsigned long id) {
         auto taken = takenBy_.emplace(name, id);
         if (taken.second || taken.first->second == id) return name;
-        for (int n = 2;; ++n) {
+        for (int& n = nextSuffix_.emplace(name, 2).first->second;; ++n) {
             std::string candidate = name + "_" + std::to_string(n);
             taken = takenBy_.emplace(candidate, id);
             if (taken.second || taken.first->second == id) return candidate;
@@ -126,6 +121,7 @@ private:
     std::unordered_map<std::string, std::string> written_;    // original name -> written name
     std::unordered_map<std::string, unsigned long> takenBy_;  // written name -> identifier
     std::set<std::string> headerNames_;                       // C identifiers the header uses
+    std::unordered_map<std::string, int> nextSuffix_;         // name -> next "_N" to try
 };
 
 // The reader seeds these severities: with the same number they need no entry.
@@ -173,7 +169,7 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
                           : kind == ListKind::Facility && isSeededName(name.name, kind) &&
                                 static_cast<long>(name.value) ==
                                     MessageTable::DEFAULT_FIRST_MESSAGE_FACILITY_ID;
-        std::string written = unspoiled(name.name, role);
+        std::string written = unspoiledName(name.name, role);
         if ((!seeded && isSeededName(written, kind)) || taken.count(lowerCase(written))) {
             written += "_" + upperHex(name.value);
         }
