@@ -49,7 +49,7 @@ std::string misreadKeyword(const std::string& name, NameRole role);
 std::string unspoiledName(const std::string& name, NameRole role);
 
 // True when `name` can be written in `role`: not empty, no white space, no
-// "=", "(", ")" or ";", and no misreading keyword.
+// "=", "(", ")" or ";", no misreading keyword, and short enough for its line.
 bool writableName(const std::string& name, NameRole role);
 
 // One entry of a name list: name=number[:symbol].
