@@ -15,7 +15,7 @@
 
 namespace {
 
-const int CLEANUP_SIGNALS[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE};
+const int CLEANUP_SIGNALS[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGXFSZ};
 
 // The names the signal handler removes. Changed only with the cleanup signals
 // blocked, so the handler never sees a list half updated.

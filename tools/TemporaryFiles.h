@@ -2,9 +2,10 @@
 // unpredictable name (mkstemp) in the target's own directory, so that renaming
 // it onto the target is atomic, and is removed again when it is not renamed:
 // when its owner is destroyed, and when the process is ended by SIGINT,
-// SIGTERM, SIGHUP, SIGQUIT or SIGPIPE (the handler removes every registered
-// name with async-signal-safe calls, then lets the signal end the process as
-// it would have). A signal the process was started with ignored stays ignored.
+// SIGTERM, SIGHUP, SIGQUIT, SIGPIPE or SIGXFSZ (the handler removes every
+// registered name with async-signal-safe calls, then lets the signal end the
+// process as it would have). A signal the process was started with ignored
+// stays ignored.
 //
 // Thread safety: none; the tool is single-threaded.
 #ifndef TQMSG_TOOL_TEMPORARY_FILES_H
