@@ -261,6 +261,14 @@ case_regressions() {
     run po import "$work/de.po" "$mc" --language German -o "$work/s.mc"
     expect_status 0 "import next to a planted link"
     [ "$(cat "$work/victim")" = victim ] || fail "the planted link's target was overwritten"
+    # An import in place through a link replaced the link and left its file.
+    ln -s m.mc "$work/link.mc"
+    sed 's/^msgstr "Auftrag /msgstr "Der Auftrag /' "$work/de.po" >"$work/changed.po"
+    run po import "$work/changed.po" "$work/link.mc" --language German -o "$work/link.mc"
+    expect_status 0 "import in place through a link"
+    [ -L "$work/link.mc" ] && grep -q '^Der Auftrag ' "$mc" || fail "the link was not followed"
+    run po template "$work" -o "$work/x.pot"
+    expect_in "$err" "cannot read $work: Is a directory"
     # PO errors give the system's reason.
     run po import "$work/none.po" "$mc" --language German -o "$work/x.mc"
     expect_in "$err" "cannot open $work/none.po: No such file or directory"
