@@ -1,12 +1,9 @@
 // Writing through a file descriptor with every failure kept.
 #include "CheckedOutput.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 
 bool CheckedOutput::drain() {
     const char* next = pbase();
@@ -32,21 +29,4 @@ int CheckedOutput::sync() { return drain() ? 0 : -1; }
 int CheckedOutput::finish() {
     drain();
     return error_;
-}
-
-std::string writeWholeFile(const std::string& path, const std::string& text) {
-    int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (descriptor < 0) return std::strerror(errno);
-    CheckedOutput out(descriptor);
-    out.sputn(text.data(), static_cast<std::streamsize>(text.size()));
-    int error = out.finish();
-    // close reports late failures of some file systems (NFS, quotas).
-    if (::close(descriptor) != 0 && error == 0) error = errno;
-    if (error == 0) return "";
-    struct stat status;
-    if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
-        ::unlink(path.c_str());
-        return std::string(std::strerror(error)) + " (the incomplete file was removed)";
-    }
-    return std::strerror(error);
 }

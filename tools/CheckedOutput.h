@@ -5,7 +5,6 @@
 #define TQMSG_TOOL_CHECKED_OUTPUT_H
 
 #include <streambuf>
-#include <string>
 
 // A stream buffer writing to a file descriptor it does not own. The first
 // failed write is remembered (its errno) and every later write is dropped, so
@@ -33,10 +32,5 @@ private:
     int error_ = 0;
     char buffer_[1 << 16];
 };
-
-// Writes `text` to the file `path`, replacing its contents. Returns "" or the
-// reason of the failure; an incompletely written regular file is removed, so
-// that no truncated result is left where a complete one is expected.
-std::string writeWholeFile(const std::string& path, const std::string& text);
 
 #endif  // TQMSG_TOOL_CHECKED_OUTPUT_H

@@ -2,22 +2,21 @@
 // an int usable directly as the messageId of the TQ_ functions.
 #include <cstdint>
 #include <fstream>
-#include <iostream>
 #include <memory>
 #include <utility>
 
 #include "CHeaderWriter.h"
 #include "Catalogue.h"
-#include "CheckedOutput.h"
 #include "Commands.h"
 #include "Diagnostics.h"
+#include "OutputFiles.h"
 #include "TextEscape.h"
 
 namespace {
 
 struct HeaderOptions {
     std::vector<std::string> files;
-    std::string output;
+    std::string output = "-";
     std::string language;
 };
 
@@ -74,6 +73,9 @@ bool loadWithIdentifierNames(Catalogue& catalogue, const std::vector<std::string
 }
 
 int generate(const HeaderOptions& options) {
+    OutputFiles outputs;
+    for (const std::string& file : options.files) outputs.addInput(file);
+    std::ostream& out = outputs.add(options.output);
     Catalogue catalogue;
     if (!loadWithIdentifierNames(catalogue, options.files)) return 1;
     long languageId = commentLanguage(catalogue, options);
@@ -82,16 +84,10 @@ int generate(const HeaderOptions& options) {
         entries.push_back({entry.first, static_cast<uint32_t>(entry.second),
                            commentText(catalogue, entry.second, languageId)});
     }
-    std::string guardPath = options.output.empty() ? options.files.front() : options.output;
-    std::string text = writeCHeader("header", languageId, guardPath, std::move(entries));
-    if (options.output.empty()) {
-        std::cout << text;
-        return 0;
-    }
-    std::string failure = writeWholeFile(options.output, text);
-    if (failure.empty()) return 0;
-    printError("cannot write " + options.output + ": " + failure);
-    return 1;
+    std::string guardPath = options.output == "-" ? options.files.front() : options.output;
+    out << writeCHeader("header", languageId, guardPath, std::move(entries));
+    outputs.commitAll();
+    return 0;
 }
 
 }  // namespace
@@ -101,7 +97,8 @@ CommandRun addHeaderCommand(CLI::App& app) {
     CLI::App* command =
         app.add_subcommand("header", "Write a C/C++ header with one #define per symbolic name");
     command->add_option("FILE", options->files, "Message files, loaded in order")->required();
-    command->add_option("-o,--output", options->output, "Write to this file, not standard output");
+    command->add_option("-o,--output", options->output,
+                        "Header to write ('-', the default: standard output)");
     command->add_option("--lang", options->language,
                         "Language of the comments (default: the one declared first)");
     return [options] { return generate(*options); };

@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "FileEdits.h"
 #include "MessageFileTexts.h"
+#include "OutputFiles.h"
 #include "PoExport.h"
 #include "PoImport.h"
 
@@ -18,32 +19,46 @@ struct PoOptions {
     bool forceLanguage = false;
 };
 
+// Where a command's summary line goes: standard error when its result goes to
+// standard output.
+std::ostream& summaryStream(const std::string& output) {
+    return output == "-" ? std::cerr : std::cout;
+}
+
 int writeCatalogue(const PoOptions& options, bool isTemplate) {
+    OutputFiles outputs;
+    outputs.addInput(options.messageFile);
+    std::ostream& out = outputs.add(options.output);
     MessageFileTexts file(options.messageFile);
     ExportRequest request{options.sourceLanguage, isTemplate ? "" : options.language,
                           options.charset};
     PoCatalogue catalogue = exportCatalogue(file, request);
-    writePoFile(catalogue, options.output);
-    if (options.output != "-") {
-        std::size_t translated = 0;
-        for (const PoEntry& entry : catalogue.entries) translated += !entry.translation.empty();
-        std::cout << options.output << ": " << catalogue.entries.size() << " entries";
-        if (!isTemplate) std::cout << ", " << translated << " translated";
-        std::cout << '\n';
-    }
+    out << poFileText(catalogue);
+    outputs.commitAll();
+    std::size_t translated = 0;
+    for (const PoEntry& entry : catalogue.entries) translated += !entry.translation.empty();
+    std::ostream& summary = summaryStream(options.output);
+    summary << options.output << ": " << catalogue.entries.size() << " entries";
+    if (!isTemplate) summary << ", " << translated << " translated";
+    summary << '\n';
     return 0;
 }
 
 void printSummary(const std::string& output, const ImportReport& report) {
-    std::cout << output << ": " << report.added << " added, " << report.changed << " changed, "
-              << report.unchanged << " unchanged";
-    if (report.languageDeclared) std::cout << ", language declared";
-    std::cout << "; skipped: " << report.fuzzy << " fuzzy, " << report.untranslated
-              << " untranslated, " << report.outdated << " outdated, " << report.unknown
-              << " unknown\n";
+    std::ostream& summary = summaryStream(output);
+    summary << output << ": " << report.added << " added, " << report.changed << " changed, "
+            << report.unchanged << " unchanged";
+    if (report.languageDeclared) summary << ", language declared";
+    summary << "; skipped: " << report.fuzzy << " fuzzy, " << report.untranslated
+            << " untranslated, " << report.outdated << " outdated, " << report.unknown
+            << " unknown\n";
 }
 
 int importTranslations(const PoOptions& options) {
+    OutputFiles outputs;
+    outputs.addInput(options.poFile);
+    outputs.addInput(options.messageFile, OutputFiles::InPlace::ALLOWED);
+    std::ostream& out = outputs.add(options.output);
     std::vector<std::string> warnings;
     PoCatalogue catalogue = readPoFile(options.poFile, warnings);
     MessageFileTexts file(options.messageFile);
@@ -60,7 +75,8 @@ int importTranslations(const PoOptions& options) {
     }
     warnings.insert(warnings.end(), report.warnings.begin(), report.warnings.end());
     for (const std::string& warning : warnings) std::cerr << warning << '\n';
-    writeFileContent(options.output, content);
+    out << content;
+    outputs.commitAll();
     printSummary(options.output, report);
     return 0;
 }
@@ -107,7 +123,9 @@ CommandRun addPoCommand(CLI::App& app) {
         ->required();
     imported->add_flag("--force-language", options->forceLanguage,
                        "Import even when the PO file's Language names another language");
-    imported->add_option("-o,--output", options->output, "Message file to write (may be FILE)")
+    imported
+        ->add_option("-o,--output", options->output,
+                     "Message file to write ('-': standard output; may be FILE itself)")
         ->required();
     addCommonOptions(imported, *options);
 

@@ -1,14 +1,10 @@
 // tqmsg port: convert a message file written for the Windows message compiler
 // into one this library loads with the same identifiers, languages and texts.
-// The outputs are written to temporary files and renamed into place only when
-// the whole conversion succeeded, so a failure leaves no output behind.
-#include <unistd.h>
-
+// The outputs are committed only when the whole conversion succeeded, so a
+// failure leaves no output behind.
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -17,6 +13,7 @@
 #include "Catalogue.h"
 #include "Commands.h"
 #include "InputDecoder.h"
+#include "OutputFiles.h"
 #include "PortConverter.h"
 #include "PortHeader.h"
 #include "TextEscape.h"
@@ -76,45 +73,6 @@ bool readFile(const std::string& path, std::string& bytes) {
     return !in.bad();
 }
 
-// A file written beside its final place and renamed there by `commit`.
-class PendingFile {
-public:
-    explicit PendingFile(const std::string& path) : path_(path), temporary_(path + ".XXXXXX") {
-        int fd = mkstemp(&temporary_[0]);
-        if (fd < 0) throw std::runtime_error("cannot create " + temporary_ + ": " + reason());
-        close(fd);
-    }
-    ~PendingFile() {
-        if (!committed_) std::remove(temporary_.c_str());
-    }
-    PendingFile(const PendingFile&) = delete;
-    PendingFile& operator=(const PendingFile&) = delete;
-
-    // What `produce` writes goes straight to the file: a converted file is
-    // larger than its input, and a copy in memory costs its pages twice.
-    void write(const std::function<void(std::ostream&)>& produce) {
-        std::ofstream out(temporary_, std::ios::binary | std::ios::trunc);
-        produce(out);
-        out.close();
-        if (!out) throw std::runtime_error("cannot write " + path_ + ": " + reason());
-    }
-    void write(const std::string& text) {
-        write([&text](std::ostream& out) { out << text; });
-    }
-    void commit() {
-        if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
-            throw std::runtime_error("cannot write " + path_ + ": " + reason());
-        }
-        committed_ = true;
-    }
-
-private:
-    static std::string reason() { return std::strerror(errno); }
-
-    std::string path_, temporary_;
-    bool committed_ = false;
-};
-
 // Reports what was found before `error`, then the error itself.
 int failed(const PortReport& report, const std::string& input, const PortError& error) {
     report.print(std::cerr, input, escapeForTerminal);
@@ -124,6 +82,11 @@ int failed(const PortReport& report, const std::string& input, const PortError& 
 
 int port(const PortCommandOptions& command) {
     PortOptions options = portOptions(command);
+    OutputFiles outputs;
+    outputs.addInput(command.input);
+    // Declared before the conversion, so a mistyped output fails at once.
+    std::ostream& output = outputs.add(command.output);
+    std::ostream* header = command.header.empty() ? nullptr : &outputs.add(command.header);
     std::string bytes;
     if (!readFile(command.input, bytes)) {
         std::cerr << escapeForTerminal(command.input +
@@ -134,15 +97,14 @@ int port(const PortCommandOptions& command) {
     PortReport report;
     try {
         PortResult result = portMessageFile(bytes, command.input, options, report);
-        PendingFile output(command.output);
-        output.write([&result](std::ostream& out) { writeMessageFile(out, result.content); });
-        std::unique_ptr<PendingFile> header;
-        if (!command.header.empty()) {
-            header.reset(new PendingFile(command.header));
-            header->write(portHeader(result, command.header, escapeLine));
+        // Streamed: a converted file is larger than its input, and a copy in
+        // memory costs its pages twice.
+        writeMessageFile(output, result.content);
+        if (header) {
+            const std::string& guardPath = command.header == "-" ? command.input : command.header;
+            *header << portHeader(result, guardPath, escapeLine);
         }
-        output.commit();
-        if (header) header->commit();
+        outputs.commitAll();
     } catch (const PortError& error) {
         return failed(report, command.input, error);
     } catch (const UnwritableText& error) {
@@ -161,9 +123,13 @@ CommandRun addPortCommand(CLI::App& app) {
         "Convert a message file written for the Windows message compiler into one this library "
         "loads with the same identifiers, languages and texts");
     command->add_option("IN", options->input, "The Windows message file")->required();
-    command->add_option("-o,--output", options->output, "The converted message file")->required();
+    command
+        ->add_option("-o,--output", options->output,
+                     "Converted message file to write ('-': standard output)")
+        ->required();
     command->add_option("--header", options->header,
-                        "Also write the C header, with the original symbolic names");
+                        "C header to write too, with the original symbolic names ('-': "
+                        "standard output)");
     command->add_option("--code-page", options->codePage,
                         "Transcode 8-bit input from this code page (iconv name, e.g. CP1252)");
     command->add_option("--language", options->languageMoves,

@@ -10,6 +10,7 @@
 #include "CheckedOutput.h"
 #include "Commands.h"
 #include "Diagnostics.h"
+#include "OutputFiles.h"
 
 namespace {
 
@@ -67,6 +68,7 @@ int runCommand(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    reserveStandardDescriptors();
     // Everything the tool prints on standard output goes through one checked
     // buffer, so that a result that could not be written completely fails.
     CheckedOutput standardOutput(STDOUT_FILENO);

@@ -3,6 +3,8 @@
 // exactly, whether they replace a text or are added.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "FileEdits.h"
 #include "FreshProcess.h"
 #include "MessageFileTexts.h"
@@ -79,7 +81,7 @@ TEST(ImportedTexts, ComeBackExactlyOrFormattedTheSame) {
         ImportReport report;
         std::string content = importCatalogue(file, readFileContent(base.path()), catalogue,
                                               {"memory.po", "German", "", ""}, report);
-        writeFileContent(imported.path(), content);
+        std::ofstream(imported.path(), std::ios::binary) << content;
         EXPECT_EQ(report.changed, 5);
         EXPECT_EQ(report.added, 6);
     });

@@ -1,7 +1,8 @@
 // Splitting, editing and joining the lines of a file.
 #include "FileEdits.h"
 
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -82,22 +83,6 @@ std::string FileEdits::result() const {
 
 std::string readFileContent(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) throw PoFailure("cannot read " + path);
+    if (!in) throw PoFailure("cannot read " + path + ": " + std::strerror(errno));
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void writeFileContent(const std::string& path, const std::string& content) {
-    const std::string temporary = path + ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (out) out << content;
-        if (!out || !out.flush()) {
-            std::remove(temporary.c_str());
-            throw PoFailure("cannot write " + path);
-        }
-    }
-    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
-        std::remove(temporary.c_str());
-        throw PoFailure("cannot write " + path);
-    }
 }

@@ -33,12 +33,8 @@ private:
     std::map<int, std::vector<std::string>> after_;
 };
 
-// The bytes of the file at `path`. Throws PoFailure when it cannot be read.
+// The bytes of the file at `path`. Throws PoFailure, with the system's
+// reason, when it cannot be read.
 std::string readFileContent(const std::string& path);
-
-// Writes `content` to `path` through a temporary file renamed at the end, so
-// a failure leaves no half-written file (and `path` may be the file read).
-// Throws PoFailure.
-void writeFileContent(const std::string& path, const std::string& content);
 
 #endif  // TQMSG_PO_FILE_EDITS_H

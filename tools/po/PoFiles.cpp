@@ -3,10 +3,14 @@
 #include "PoFiles.h"
 
 #include <gettext-po.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <csetjmp>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <memory>
 
@@ -75,6 +79,36 @@ extern "C" void onTwoPlaceProblem(int severity, po_message_t, const char* file1,
     record(severity, file2, line2, text2);
     if (severity == PO_SEVERITY_FATAL_ERROR) std::longjmp(activeReports->fatal, 1);
 }
+
+// An anonymous file in memory, named for libraries that open files by name.
+class MemoryFile {
+public:
+    MemoryFile() : descriptor_(memfd_create("tqmsg-po", MFD_CLOEXEC)) {
+        if (descriptor_ < 0) throw PoFailure(std::string("cannot write the PO text: ") + reason());
+    }
+    ~MemoryFile() { close(descriptor_); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+    // What was written through `path` (opening it again starts at offset 0).
+    std::string content() const {
+        std::string text;
+        char block[1 << 16];
+        for (off_t offset = 0;;) {
+            ssize_t count = pread(descriptor_, block, sizeof(block), offset);
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) throw PoFailure(std::string("cannot read the PO text: ") + reason());
+            if (count == 0) return text;
+            text.append(block, static_cast<std::size_t>(count));
+            offset += count;
+        }
+    }
+
+private:
+    static const char* reason() { return std::strerror(errno); }
+    int descriptor_;
+};
 
 const po_xerror_handler HANDLER = {onProblem, onTwoPlaceProblem};
 
@@ -152,31 +186,28 @@ PoEntry readEntry(po_message_t message) {
 
 }  // namespace
 
-void writePoFile(const PoCatalogue& catalogue, const std::string& path) {
+std::string poFileText(const PoCatalogue& catalogue) {
     PoFilePtr file(po_file_create());
     po_message_iterator_t iterator = po_message_iterator(file.get(), nullptr);
     po_message_insert(iterator, headerMessage(catalogue.header));
     for (const PoEntry& entry : catalogue.entries) po_message_insert(iterator, entryMessage(entry));
     po_message_iterator_free(iterator);
 
-    const bool toStandardOutput = path == "-";
-    const std::string target = toStandardOutput ? path : path + ".tmp";
+    // The library writes only to a named file: give it a file in memory,
+    // which no other process sees and nothing has to remove.
+    MemoryFile memory;
     Reports reports;
-    if (!writeReporting(file.get(), target.c_str(), reports)) {
-        if (!toStandardOutput) std::remove(target.c_str());
-        throw PoFailure("cannot write " + path + ": " + joined(reports.errors));
+    if (!writeReporting(file.get(), memory.path().c_str(), reports)) {
+        throw PoFailure("cannot write the PO text: " + joined(reports.errors));
     }
-    if (!toStandardOutput && std::rename(target.c_str(), path.c_str()) != 0) {
-        std::remove(target.c_str());
-        throw PoFailure("cannot write " + path);
-    }
+    return memory.content();
 }
 
 PoCatalogue readPoFile(const std::string& path, std::vector<std::string>& warnings) {
     if (std::FILE* probe = std::fopen(path.c_str(), "r")) {
         std::fclose(probe);
     } else {
-        throw PoFailure("cannot open " + path);
+        throw PoFailure("cannot open " + path + ": " + std::strerror(errno));
     }
     Reports reports;
     PoFilePtr file(readReporting(path.c_str(), reports));

@@ -26,10 +26,9 @@ struct PoCatalogue {
     std::vector<PoEntry> entries;
 };
 
-// Writes `catalogue` to `path` ("-": standard output). A file is written
-// under a temporary name and renamed, so a failure leaves nothing behind.
-// Throws PoFailure.
-void writePoFile(const PoCatalogue& catalogue, const std::string& path);
+// The text of `catalogue` as a PO file, for the caller to write where it
+// belongs. Throws PoFailure.
+std::string poFileText(const PoCatalogue& catalogue);
 
 // Reads `path`. Throws PoFailure listing every error found, one
 // "FILE:LINE: text" line each; warnings are added to `warnings`.
