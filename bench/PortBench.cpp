@@ -1,9 +1,12 @@
 // Porting: milliseconds and MB/s for converting, with `tqmsg port`'s converter
 // and writer, the largest real message file as written for Windows
 // ("largest-windows.mc": no SymbolicName lines, CR LF) and the generated
-// catalogue, to set beside loading them (LoadBench). Each run decodes, reads,
-// resolves, names, rewrites the texts and writes the whole converted file into
-// memory.
+// catalogue, to set beside loading them (LoadBench); and a message whose first
+// text line is 10 MB of "language ", a header keyword that every repeat makes
+// the writer break, which shows the time growing in proportion to the line
+// (a search from the start after each break once made it quadratic). Each run
+// decodes, reads, resolves, names, rewrites the texts and writes the whole
+// converted file into memory.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -41,8 +44,7 @@ double timePort(const std::string& bytes, const std::string& path) {
 }
 
 // Measured as the loads are, in a child process of its own with a fresh heap.
-void portFile(benchmark::State& state, const std::string& path) {
-    const std::string bytes = readBytes(path);
+void portBytes(benchmark::State& state, const std::string& bytes, const std::string& path) {
     for (auto _ : state) {
         double seconds = inChild([&] { return timePort(bytes, path); });
         if (seconds < 0) {
@@ -52,6 +54,22 @@ void portFile(benchmark::State& state, const std::string& path) {
         state.SetIterationTime(seconds);
     }
     state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(bytes.size()));
+}
+
+void portFile(benchmark::State& state, const std::string& path) {
+    portBytes(state, readBytes(path), path);
+}
+
+// One message whose first text line holds `word` until it is `size` bytes long.
+std::string longFirstLine(const std::string& word, size_t size) {
+    std::string bytes = "MessageId=1\r\nSymbolicName=MSG_LONG\r\nLanguage=English\r\n";
+    bytes.reserve(bytes.size() + size + word.size() + 8);
+    for (size_t length = 0; length < size; length += word.size()) bytes += word;
+    return bytes + "\r\n.\r\n";
+}
+
+void BM_PortLongKeywordLine(benchmark::State& state) {
+    portBytes(state, longFirstLine("language ", 10 * 1000 * 1000), "long-line.mc");
 }
 
 void BM_PortLargestCorpusFile(benchmark::State& state) {
@@ -64,3 +82,4 @@ void BM_PortCatalogue(benchmark::State& state) { portFile(state, benchFile("cata
 
 BENCHMARK(BM_PortLargestCorpusFile)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_PortCatalogue)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_PortLongKeywordLine)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);

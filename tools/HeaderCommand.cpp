@@ -1,7 +1,5 @@
 // tqmsg header: a C/C++ header with one #define per symbolic name, its value
 // an int usable directly as the messageId of the TQ_ functions.
-#include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <fstream>
 #include <memory>
@@ -21,13 +19,6 @@ struct HeaderOptions {
     std::string output = "-";
     std::string language;
 };
-
-bool isIdentifier(const std::string& name) {
-    if (name.empty() || std::isdigit(static_cast<unsigned char>(name[0]))) return false;
-    return std::all_of(name.begin(), name.end(), [](char c) {
-        return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-    });
-}
 
 // The language of the comments: the one asked for, else the language that the
 // first file declaring any declares first.
@@ -72,7 +63,7 @@ bool loadWithIdentifierNames(Catalogue& catalogue, const std::vector<std::string
     for (const std::string& file : files) {
         if (!catalogue.loadOne(file)) return false;
         for (auto& entry : MessageModule::mlmap.idmap.entries) {
-            if (isIdentifier(entry.first)) continue;
+            if (isCIdentifier(entry.first)) continue;
             printError(placeOf(file, entry.first) + "symbolic name is not a C identifier: \"" +
                        entry.first + "\"");
             return false;

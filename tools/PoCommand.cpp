@@ -16,6 +16,7 @@ namespace {
 struct PoOptions {
     std::string poFile, messageFile, output;
     std::string language, sourceLanguage, charset;
+    bool forceLanguage = false;
 };
 
 // Where a command's summary line goes: standard error when its result goes to
@@ -61,8 +62,8 @@ int importTranslations(const PoOptions& options) {
     std::vector<std::string> warnings;
     PoCatalogue catalogue = readPoFile(options.poFile, warnings);
     MessageFileTexts file(options.messageFile);
-    ImportRequest request{options.poFile, options.language, options.sourceLanguage,
-                          options.charset};
+    ImportRequest request{options.poFile, options.language, options.sourceLanguage, options.charset,
+                          options.forceLanguage};
     ImportReport report;
     std::string content;
     try {
@@ -120,6 +121,8 @@ CommandRun addPoCommand(CLI::App& app) {
                      "NAME, or NAME=ID for a language new to FILE (default ID: from the PO "
                      "file's Language)")
         ->required();
+    imported->add_flag("--force-language", options->forceLanguage,
+                       "Import even when the PO file's Language names another language");
     imported
         ->add_option("-o,--output", options->output,
                      "Message file to write ('-': standard output; may be FILE itself)")

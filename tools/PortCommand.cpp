@@ -9,6 +9,7 @@
 #include <memory>
 #include <sstream>
 
+#include "CHeaderWriter.h"
 #include "Catalogue.h"
 #include "Commands.h"
 #include "InputDecoder.h"
@@ -44,6 +45,9 @@ PortOptions portOptions(const PortCommandOptions& command) {
     }
     options.codePage = command.codePage;
     options.finalLineBreak = !command.noFinalNewline;
+    if (!command.namePrefix.empty() && !isCIdentifier(command.namePrefix)) {
+        throw UsageError{"--name-prefix: not the start of a C identifier: " + command.namePrefix};
+    }
     options.namePrefix = command.namePrefix;
     options.customerBit = command.customerBit;
     options.resolve.applicationFacility = command.applicationFFF ? 0xFFF : 0;
@@ -71,8 +75,8 @@ bool readFile(const std::string& path, std::string& bytes) {
 
 // Reports what was found before `error`, then the error itself.
 int failed(const PortReport& report, const std::string& input, const PortError& error) {
-    report.print(std::cerr, input);
-    std::cerr << describeError(input, error) << '\n';
+    report.print(std::cerr, input, escapeForTerminal);
+    std::cerr << escapeForTerminal(describeError(input, error)) << '\n';
     return 1;
 }
 
@@ -85,7 +89,9 @@ int port(const PortCommandOptions& command) {
     std::ostream* header = command.header.empty() ? nullptr : &outputs.add(command.header);
     std::string bytes;
     if (!readFile(command.input, bytes)) {
-        std::cerr << command.input << ": error: cannot read: " << std::strerror(errno) << '\n';
+        std::cerr << escapeForTerminal(command.input +
+                                       ": error: cannot read: " + std::strerror(errno))
+                  << '\n';
         return 1;
     }
     PortReport report;
@@ -104,7 +110,7 @@ int port(const PortCommandOptions& command) {
     } catch (const UnwritableText& error) {
         return failed(report, command.input, PortError{0, error.what()});
     }
-    report.print(std::cerr, command.input);
+    report.print(std::cerr, command.input, escapeForTerminal);
     return 0;
 }
 

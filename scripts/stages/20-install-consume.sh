@@ -22,15 +22,31 @@ ours=(libtqmsg1 libtqmsg-dev tqmsg)
 ours_re='^(libtqmsg1|libtqmsg-dev|tqmsg):'
 
 # Prints the command that runs i386 programs here: nothing when the kernel
-# runs them, qemu-i386 when it refuses them.
+# runs them, qemu-i386 when it refuses them or when TQMSG_FORCE_QEMU_I386=1
+# asks for the emulator anyway (so that one machine can check both paths).
 i386_runner() {
-    printf 'int main(void) { return 0; }\n' >"$tmp/probe.c"
-    cc -m32 "$tmp/probe.c" -o "$tmp/probe"
-    if "$tmp/probe" 2>/dev/null; then
-        return
+    if [ "${TQMSG_FORCE_QEMU_I386:-}" != 1 ]; then
+        printf 'int main(void) { return 0; }\n' >"$tmp/probe.c"
+        cc -m32 "$tmp/probe.c" -o "$tmp/probe"
+        if "$tmp/probe" 2>/dev/null; then
+            return
+        fi
     fi
-    command -v qemu-i386 >/dev/null || { echo "i386 programs do not run and qemu-i386 is missing" >&2; exit 1; }
+    command -v qemu-i386 >/dev/null || { echo "i386 programs need qemu-i386, which is missing" >&2; exit 1; }
     echo qemu-i386
+}
+
+# loaded_objects RUNNER PROGRAM: the dynamic loader's list of what PROGRAM
+# loads. Under the emulator the variable must reach the emulated program
+# (qemu-i386 -E); set around qemu-i386 itself, it would trace the emulator's
+# own x86-64 libraries instead.
+loaded_objects() {
+    local runner=$1 program=$2
+    if [ -n "$runner" ]; then
+        $runner -E LD_TRACE_LOADED_OBJECTS=1 "$program"
+    else
+        LD_TRACE_LOADED_OBJECTS=1 "$program"
+    fi
 }
 
 # check_run LABEL RUNNER PROGRAM [LIBRARY]: runs the example and compares its
@@ -44,7 +60,7 @@ check_run() {
     fi
     if [ -n "$library" ]; then
         local loaded
-        loaded=$(LD_TRACE_LOADED_OBJECTS=1 $runner "$program" | awk '$1 == "libtqmsg.so.1" {print $3}')
+        loaded=$(loaded_objects "$runner" "$program" | awk '$1 == "libtqmsg.so.1" {print $3}')
         if [ "$(realpath "$loaded")" != "$(realpath "$library")" ]; then
             echo "FAIL: the example built with $label loads '$loaded', not $library" >&2
             exit 1

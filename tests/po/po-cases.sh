@@ -196,4 +196,76 @@ case_corpus() {
     grep FAIL "$work/corpus.log" && failures=1
 }
 
+# Real files whose translations already differ from their source in inserts
+# (nssm's French text without the English %2, netmsgmsg's Russian one without
+# %1), converted by port: an unchanged export re-imports byte for byte; the
+# same texts as new ones, in a language the file lacks, are refused.
+case_ported_corpus() {
+    [ -f "$corpus/MANIFEST.tsv" ] || { echo "no corpus at '$corpus': skipped"; return; }
+    while IFS='|' read -r file language lost; do
+        [ -f "$corpus/$file" ] || { fail "$file is missing from the corpus"; continue; }
+        run port "$corpus/$file" -o "$work/ported.mc"
+        expect_status 0 "port $file"
+        run po export "$work/ported.mc" --language "$language" -o "$work/l.po"
+        run po import "$work/l.po" "$work/ported.mc" --language "$language" -o "$work/l.mc"
+        expect_status 0 "$file: re-importing $language"
+        cmp -s "$work/ported.mc" "$work/l.mc" || fail "$file: re-importing $language changed the file"
+        run po import "$work/l.po" "$work/ported.mc" --language Pseudo=0x7E7 --force-language \
+            -o "$work/p.mc"
+        expect_status 1 "$file: $language texts as new ones"
+        expect_in "$err" ": the translation loses $lost"
+    done <<'EOT'
+nssm__messages.mc|French|%2
+reactos__sdk_include_reactos_mc_netmsgmsg.mc|Russian|%1
+EOT
+}
+
+# A PO file whose header names another language than --language is refused,
+# unless forced; and the duplicate of an entry is reported with its first place.
+case_language_and_duplicates() {
+    local po=$data/messages.German.po  # Language: de
+    while IFS='|' read -r expected_status message args; do
+        run po import "$po" "$mc" $args -o "$work/out.mc"
+        expect_status "$expected_status" "$args"
+        expect_in "$err$out" "$message"
+    done <<'EOT'
+1|is in language de (0x407), not English (0x409): check --language, or give --force-language|--language English
+1|is in language de (0x407), not Swiss (0x100C)|--language Swiss=0x100C
+0|0 added, 0 changed, 7 unchanged|--language German
+0|0 added, 0 changed, 7 unchanged|--language German=0x407
+0|7 added, 0 changed, 0 unchanged, language declared|--language Swiss=0x807
+0|7 changed|--language English --force-language
+EOT
+    { cat "$po"; sed -n '/^msgctxt "MSG_JOB_LATE"/,/^msgstr/p' "$po"; } >"$work/dup.po"
+    run po import "$work/dup.po" "$mc" --language German -o "$work/out.mc"
+    expect_status 1 "a duplicate entry"
+    first=$(grep -n '^msgctxt "MSG_JOB_LATE"' "$work/dup.po" | head -1 | cut -d: -f1)
+    first_msgstr=$(awk -v from="$first" 'NR > from && /^msgstr/ { print NR; exit }' "$work/dup.po")
+    expect_in "$err" "$work/dup.po:$first_msgstr: this is the location of the first definition"
+}
+
+# A first text line holding a header keyword 200,000 times (1.8 MB) imports
+# as fast as any other line; it once took time quadratic in its length (13 s
+# for 40,000, minutes for this one): CTest's timeout is the guard. Larger
+# shapes would test libgettextpo's reader, whose buffer grows by copying under
+# AddressSanitizer.
+case_long_keyword_line() {
+    printf 'LanguageNames=(English=0x409:M)\nMessageId=1\nSymbolicName=A\nA short text\n.\n' \
+        >"$work/long.mc"
+    run po template "$work/long.mc" -o "$work/long.pot"
+    python3 - "$work/long.pot" "$work/long.po" <<'PY'
+import sys
+text = open(sys.argv[1]).read().replace('"Language: \\n"', '"Language: en\\n"')
+at = text.rindex('msgstr ""')
+open(sys.argv[2], "w").write(text[:at] + 'msgstr "' + "Language " * 200000 + '"\n')
+PY
+    run po import "$work/long.po" "$work/long.mc" --language English -o "$work/out.mc"
+    expect_status 0 "the long line"
+    expect_in "$out" "0 added, 1 changed"
+    $emulator "$tool" format "$work/out.mc" A --lang English >"$work/formatted" ||
+        fail "the imported line does not format"
+    [ "$(grep -o 'Language' "$work/formatted" | wc -l)" = 200000 ] ||
+        fail "the long line does not format as imported"
+}
+
 run_case

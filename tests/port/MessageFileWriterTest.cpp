@@ -125,6 +125,33 @@ TEST(MessageFileWriter, NamesThatTheReaderMisreadsAreRefused) {
     }
 }
 
+// Every keyword gets its "_", overlapping ones and long repeats included, and
+// the result is writable; a name too long for a file line is refused.
+TEST(MessageFileWriter, UnspoiledNamesAreWritable) {
+    const struct {
+        const char* name;
+        NameRole role;
+        const char* unspoiled;
+    } cases[] = {
+        {"ERROR_LANGUAGE_FACILITY", NameRole::SymbolicName, "ERROR_L_ANGUAGE_F_ACILITY"},
+        {"languageLANGUAGE", NameRole::SymbolicName, "l_anguageL_ANGUAGE"},
+        {"MessageIdTypedefacility", NameRole::Language, "M_essageIdTypedef_acility"},
+        {"MyLanguageNames", NameRole::Language, "MyL_anguageNames"},
+        {"MSG_DISK_FULL", NameRole::SymbolicName, "MSG_DISK_FULL"},
+    };
+    for (const auto& c : cases) {
+        const std::string unspoiled = unspoiledName(c.name, c.role);
+        EXPECT_EQ(unspoiled, c.unspoiled);
+        EXPECT_TRUE(writableName(unspoiled, c.role)) << unspoiled;
+    }
+    std::string repeated;
+    for (int i = 0; i < 200; ++i) repeated += "language";  // 1,800 characters unspoiled
+    EXPECT_TRUE(
+        writableName(unspoiledName(repeated, NameRole::SymbolicName), NameRole::SymbolicName));
+    EXPECT_TRUE(writableName(std::string(2031, 'x'), NameRole::SymbolicName));
+    EXPECT_FALSE(writableName(std::string(2032, 'x'), NameRole::SymbolicName));
+}
+
 // The second name follows one that passed and shares a long prefix with it:
 // what differs, and a keyword reaching back into the shared part, is still
 // searched.

@@ -61,4 +61,57 @@ case_options() {
     expect_in "$(cat "$work/out.mc")" "Application_FFF=0xFFF"
 }
 
+# Symbolic names C cannot use are renamed, in the converted file and the
+# header alike, to C identifiers no other definition takes; a prefix that
+# cannot start one is refused.
+case_c_identifiers() {
+    printf 'MessageId=1\nSymbolicName=My-Name\nLanguage=English\nA\n.\n' >"$work/names.mc"
+    printf 'MessageId=2\nSymbolicName=My_Name\nLanguage=English\nB\n.\n' >>"$work/names.mc"
+    printf 'MessageId=3\nSymbolicName=1st\nLanguage=English\nC\n.\n' >>"$work/names.mc"
+    run port "$work/names.mc" -o "$work/names_out.mc" --header "$work/names.h"
+    expect_status 0 "names that are not C identifiers"
+    expect_in "$err" "$work/names.mc:1: warning: SymbolicName My-Name renamed My_Name_2 (not a C identifier)"
+    expect_in "$err" "SymbolicName 1st renamed _1st (not a C identifier)"
+    printf '#include "names.h"\nint ids[] = {My_Name_2, My_Name, _1st};\n' >"$work/use.c"
+    $cc -c -I"$work" "$work/use.c" -o "$work/use.o" || fail "the header does not compile"
+    run header "$work/names_out.mc"
+    expect_status 0 "tqmsg header of the converted file"
+    run port "$work/names.mc" -o "$work/p.mc" --name-prefix bad-
+    expect_status 2 "--name-prefix bad-"
+    expect_in "$err" "--name-prefix: not the start of a C identifier: bad-"
+}
+
+# Error and warning lines quote input bytes escaped, as check does.
+case_escaped_messages() {
+    printf 'MessageId=1\nSeverity=Fat\033[31mal\377\nSymbolicName=A\nLanguage=English\nA\n.\n' >"$work/esc.mc"
+    printf 'MessageId=1\nSymbolicName=B\033]0;x\007\nLanguage=English\nA\n.\n' >"$work/warn.mc"
+    for file in esc warn; do
+        run port "$work/$file.mc" -o "$work/o.mc"
+        LC_ALL=C grep -q $'[\001-\010\016-\037\177-\377]' "$work/err" &&
+            fail "$file.mc: a raw control or invalid byte reached standard error: $err"
+    done
+    run port "$work/esc.mc" -o "$work/o.mc"
+    expect_in "$err" 'severity name not declared: Fat\x1b[31mal\xff'
+}
+
+# Shapes that once took time quadratic in their length: a first text line of
+# 1,000,000 keywords (9 MB), a symbolic name of 100,000 (too long for a file
+# line: refused). CTest's timeout is the guard.
+case_long_shapes() {
+    python3 - "$work" <<'PY'
+import sys
+head = "MessageId=1\nSymbolicName=A\nLanguage=English\n"
+open(sys.argv[1] + "/line.mc", "w").write(head + "language " * 1000000 + "\n.\n")
+open(sys.argv[1] + "/name.mc", "w").write(
+    "MessageId=1\nSymbolicName=" + "language" * 100000 + "\nLanguage=English\nA\n.\n")
+PY
+    run port "$work/line.mc" -o "$work/line_out.mc"
+    expect_status 0 "a 9 MB first line"
+    $emulator "$tool" format "$work/line_out.mc" A >"$work/formatted" || fail "it does not format"
+    [ "$(grep -o language "$work/formatted" | wc -l)" = 1000000 ] || fail "the line changed"
+    run port "$work/name.mc" -o "$work/name_out.mc"
+    expect_status 1 "a name of 800,000 characters"
+    expect_in "$err" "error: name longer than 2031 characters: l_anguagel_anguage"
+}
+
 run_case

@@ -67,6 +67,18 @@ LanguageChoice chooseLanguage(const MessageFileTexts& file, const std::string& o
     return choice;
 }
 
+void checkPoLanguage(const LanguageChoice& choice, const std::string& poLanguage,
+                     const std::string& poPath) {
+    // The low ten bits of a language identifier name the language, the
+    // bits above them its region.
+    const long primaryLanguage = 0x3FF;
+    long poId = poLanguage.empty() ? -1 : windowsLanguageId(poLanguage);
+    if (poId == -1 || (poId & primaryLanguage) == (choice.id & primaryLanguage)) return;
+    throw PoFailure(poPath + " is in language " + poLanguage + " (" + hexId(poId) + "), not " +
+                    choice.name + " (" + hexId(choice.id) +
+                    "): check --language, or give --force-language to import it as " + choice.name);
+}
+
 long sourceLanguageId(const MessageFileTexts& file, const std::string& name) {
     long id = 0;
     if (!name.empty()) {

@@ -21,6 +21,14 @@ struct LanguageChoice {
 LanguageChoice chooseLanguage(const MessageFileTexts& file, const std::string& option,
                               const std::string& poLanguage);
 
+// Throws PoFailure when `poLanguage` (a PO header's Language code) names
+// another language than `choice`: a PO file imported under the wrong
+// --language would replace that language's texts. Regional variants of one
+// language agree (fr_CA and French=0x40C); a code missing from the table of
+// common languages, or none, cannot disagree.
+void checkPoLanguage(const LanguageChoice& choice, const std::string& poLanguage,
+                     const std::string& poPath);
+
 // The identifier of the source language: the declared `name`, or the first
 // language the file declares when `name` is empty. Throws PoFailure.
 long sourceLanguageId(const MessageFileTexts& file, const std::string& name);

@@ -11,8 +11,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <memory>
 
+#include "EntryLines.h"
 #include "PoFailure.h"
 
 namespace {
@@ -23,6 +25,8 @@ struct Reports {
     std::vector<std::string> errors;
     std::vector<std::string> warnings;
     std::jmp_buf fatal;
+    std::string path;                       // the file read, "" when writing
+    std::map<std::string, int> entryLines;  // of `path`, once a message needs them
 };
 Reports* activeReports = nullptr;  // the call in progress (the tool is single-threaded)
 
@@ -50,11 +54,28 @@ extern "C" void onProblem(int severity, po_message_t, const char* file, std::siz
     if (severity == PO_SEVERITY_FATAL_ERROR) std::longjmp(activeReports->fatal, 1);
 }
 
+// The line of the entry `message` of the file being read. libgettextpo gives
+// none for the first of two entries with one context ("duplicate message
+// definition"), and a translator needs it to choose between them.
+std::size_t lineOfEntry(po_message_t message) {
+    const char* context = message != nullptr ? po_message_msgctxt(message) : nullptr;
+    if (context == nullptr || activeReports->path.empty()) return static_cast<std::size_t>(-1);
+    if (activeReports->entryLines.empty())
+        activeReports->entryLines = entryLines(activeReports->path);
+    auto found = activeReports->entryLines.find(context);
+    return found == activeReports->entryLines.end() ? static_cast<std::size_t>(-1)
+                                                    : static_cast<std::size_t>(found->second);
+}
+
 extern "C" void onTwoPlaceProblem(int severity, po_message_t, const char* file1, std::size_t line1,
-                                  std::size_t, int, const char* text1, po_message_t,
+                                  std::size_t, int, const char* text1, po_message_t message2,
                                   const char* file2, std::size_t line2, std::size_t, int,
                                   const char* text2) {
     record(severity, file1, line1, text1);
+    if (file2 == nullptr && !activeReports->path.empty()) {
+        file2 = activeReports->path.c_str();
+        line2 = lineOfEntry(message2);
+    }
     record(severity, file2, line2, text2);
     if (severity == PO_SEVERITY_FATAL_ERROR) std::longjmp(activeReports->fatal, 1);
 }
@@ -104,6 +125,7 @@ std::string joined(const std::vector<std::string>& lines) {
 
 // po_file_read with the collecting handler; null after a fatal error.
 po_file_t readReporting(const char* path, Reports& reports) {
+    reports.path = path;
     activeReports = &reports;
     po_file_t file = nullptr;
     if (setjmp(reports.fatal) == 0) {

@@ -66,6 +66,9 @@ public:
           fromPo_(poCharset(catalogue.header), fileCharset()),
           poLines_(entryLines(request.poPath)),
           messageEnds_(file.messageEnds()) {
+        if (!request.forceLanguage) {
+            checkPoLanguage(target_, headerField(catalogue.header, "Language"), request.poPath);
+        }
         source_ = file.texts(sourceLanguageId(file, request.sourceLanguage));
         existing_ = file.texts(target_.id);
         for (const FileText& text : source_) sources_[text.record->symbolicName] = &text;
@@ -151,6 +154,11 @@ private:
         return false;
     }
 
+    // A translation keeps the inserts of the source text; one that replaces a
+    // text of the file may instead keep that text's inserts. Translations
+    // written before this import often differ from their source (a French
+    // text without the %2 the English one has): exported unchanged, they
+    // must import unchanged. A new text has no such precedent.
     bool keepsInserts(const std::string& where, const std::string& name, const std::string& source,
                       const std::string& translation) {
         InsertSet kept;
@@ -161,13 +169,25 @@ private:
             return false;
         }
         try {
-            std::string changes = insertChanges(kept, insertsOf(translation));
-            if (changes.empty()) return true;
+            InsertSet used = insertsOf(translation);
+            std::string changes = insertChanges(kept, used);
+            if (changes.empty() || keepsReplacedInserts(name, used)) return true;
             fail(where, name + ": the translation " + changes);
         } catch (MessageModuleException& e) {
             fail(where, name + ": the translation does not format: " + e.msg);
         }
         return false;
+    }
+
+    // True when `name` has a text in the target language whose inserts are `used`.
+    bool keepsReplacedInserts(const std::string& name, const InsertSet& used) const {
+        auto replaced = translated_.find(name);
+        if (replaced == translated_.end()) return false;
+        try {
+            return insertChanges(insertsOf(replaced->second->record->text), used).empty();
+        } catch (MessageModuleException&) {
+            return false;  // a text that does not format sets no precedent
+        }
     }
 
     // Replaces the text in the target language, or adds it after the message.

@@ -16,6 +16,7 @@ struct ImportRequest {
     std::string language;        // NAME[=ID]
     std::string sourceLanguage;  // declared name; "" for the first declared language
     std::string charset;         // encoding of the file's texts; "" for UTF-8
+    bool forceLanguage = false;  // import even when the PO header names another language
 };
 
 struct ImportReport {
@@ -29,8 +30,11 @@ struct ImportReport {
 // translations of `catalogue`. Fuzzy and untranslated entries are skipped and
 // counted; an entry whose name is not in the file, or whose source text has
 // changed since, is a warning. A translation that loses, adds or changes an
-// insert, or holds a character the file's encoding lacks, is an error: every
-// such entry is listed in the PoFailure thrown, and nothing is returned.
+// insert of its source text (unless it keeps those of the text it replaces),
+// or holds a character the file's encoding lacks, is an error: every such
+// entry is listed in the PoFailure thrown, and nothing is returned. A PO
+// header Language naming another language than request.language is an error
+// unless request.forceLanguage.
 std::string importCatalogue(const MessageFileTexts& file, const std::string& content,
                             const PoCatalogue& catalogue, const ImportRequest& request,
                             ImportReport& report);

@@ -8,6 +8,10 @@
 
 namespace {
 
+bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
+bool isIdentifierChar(char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '_'; }
+
 std::string guardFor(const std::string& path) {
     std::string base = path.substr(path.find_last_of('/') + 1);
     base = base.substr(0, base.find('.'));
@@ -37,6 +41,17 @@ std::string commentSafe(const std::string& text) {
 }
 
 }  // namespace
+
+bool isCIdentifier(const std::string& name) {
+    return !name.empty() && !isAsciiDigit(name[0]) &&
+           std::all_of(name.begin(), name.end(), isIdentifierChar);
+}
+
+std::string cIdentifierFrom(const std::string& name) {
+    std::string identifier = name.empty() || isAsciiDigit(name[0]) ? "_" : "";
+    for (char c : name) identifier += isIdentifierChar(c) ? c : '_';
+    return identifier;
+}
 
 std::string writeCHeader(const std::string& command, long languageId, const std::string& path,
                          std::vector<CHeaderEntry> entries) {

@@ -8,6 +8,14 @@
 #include <string>
 #include <vector>
 
+// True when `name` can be a C macro name: an ASCII letter or "_", then ASCII
+// letters, digits and "_".
+bool isCIdentifier(const std::string& name);
+
+// `name` made a C identifier: every other byte becomes "_", and "_" goes
+// before a leading digit ("My-Name" -> "My_Name", "1st" -> "_1st").
+std::string cIdentifierFrom(const std::string& name);
+
 struct CHeaderEntry {
     std::string name;
     uint32_t id;

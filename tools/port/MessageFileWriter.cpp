@@ -133,10 +133,15 @@ size_t longestKeyword() {
     return longest;
 }
 
+// The longest name written: a list entry holds two, with its indent, "=",
+// number and ":", on one line the reader can read.
+const size_t MAX_NAME = MAX_FILE_LINE / 2 - 16;
+
 // True when `name` can be written in `role`, given that its first `clean`
 // characters hold nothing that splits a name and that no keyword starts
 // before `from`.
 bool writableFrom(const std::string& name, NameRole role, size_t clean, size_t from) {
+    if (name.size() > MAX_NAME) return false;
     for (size_t at = clean; at < name.size(); ++at) {
         if (splitsName(name[at])) return false;
     }
@@ -145,6 +150,10 @@ bool writableFrom(const std::string& name, NameRole role, size_t clean, size_t f
 }
 
 [[noreturn]] void rejectName(const std::string& name) {
+    if (name.size() > MAX_NAME) {
+        throw UnwritableText("name longer than " + std::to_string(MAX_NAME) +
+                             " characters: " + name.substr(0, 64) + "...");
+    }
     throw UnwritableText("name not readable back: " + name);
 }
 
@@ -232,6 +241,24 @@ std::string misreadKeyword(const std::string& name, NameRole role) {
     const std::vector<const char*>& keywords = keywordsBefore(role);
     size_t found = firstKeywordFrom(name, keywords, 0);
     return found < keywords.size() ? keywords[found] : "";
+}
+
+std::string unspoiledName(const std::string& name, NameRole role) {
+    const std::vector<const char*>& keywords = keywordsBefore(role);
+    std::string result;
+    result.reserve(name.size() + 8);
+    for (size_t at = 0; at < name.size(); ++at) {
+        result += name[at];
+        const char c = asciiLower(name[at]);
+        if (!startsKeyword(c)) continue;
+        for (const char* keyword : keywords) {
+            if (keyword[0] == c && startsCaseless(name, at, keyword)) {
+                result += '_';
+                break;
+            }
+        }
+    }
+    return result;
 }
 
 bool writableName(const std::string& name, NameRole role) {

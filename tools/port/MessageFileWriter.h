@@ -43,8 +43,13 @@ enum class NameRole { SymbolicName, Language, Severity, Facility };
 // written).
 std::string misreadKeyword(const std::string& name, NameRole role);
 
+// `name` with "_" after the first letter of every keyword in it that makes it
+// misread in `role` (ERROR_LANGUAGE becomes ERROR_L_ANGUAGE), overlapping ones
+// included: one pass, in time linear in the name's length.
+std::string unspoiledName(const std::string& name, NameRole role);
+
 // True when `name` can be written in `role`: not empty, no white space, no
-// "=", "(", ")" or ";", and no misreading keyword.
+// "=", "(", ")" or ";", no misreading keyword, and short enough for its line.
 bool writableName(const std::string& name, NameRole role);
 
 // One entry of a name list: name=number[:symbol].

@@ -5,21 +5,12 @@
 #include <set>
 #include <unordered_map>
 
+#include "CHeaderWriter.h"
 #include "Caseless.h"
 #include "HexText.h"
 #include "MessageTable.h"
 
 namespace {
-
-// `name` with "_" after the first letter of every keyword that spoils it in
-// `role`: ERROR_LANGUAGE becomes ERROR_L_ANGUAGE.
-std::string unspoiled(std::string name, NameRole role) {
-    for (std::string keyword = misreadKeyword(name, role); !keyword.empty();
-         keyword = misreadKeyword(name, role)) {
-        name.insert(findCaseless(name, keyword.c_str()) + 1, "_");
-    }
-    return name;
-}
 
 // "EVTMSGSTR" for "some/dir/evtmsgstr.mc".
 std::string filePrefix(const std::string& fileName) {
@@ -36,39 +27,58 @@ std::string filePrefix(const std::string& fileName) {
 
 class SymbolicNamer {
 public:
-    SymbolicNamer(const std::string& fileName, const std::string& prefix, size_t messages,
-                  PortReport& report)
-        : madeUpPrefix_(unspoiled(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
+    SymbolicNamer(const std::string& fileName, const std::string& prefix,
+                  const std::vector<PortedMessage>& messages, PortReport& report)
+        : madeUpPrefix_(unspoiledName(prefix + filePrefix(fileName), NameRole::SymbolicName) + "_"),
           prefix_(prefix),
           report_(report) {
-        takenBy_.reserve(messages);  // one name a message, most often
+        takenBy_.reserve(messages.size());  // one name a message, most often
+        // A name made a C identifier must not take one the file defines.
+        for (const PortedMessage& message : messages) {
+            if (isCIdentifier(message.symbolicName)) headerNames_.insert(message.symbolicName);
+        }
     }
 
     // The written and the header name of one message.
     std::pair<std::string, std::string> name(const PortedMessage& message) {
         const std::string& original = message.symbolicName;
         if (original.empty()) return {madeUpName(message), ""};
-        std::string base = original, header = original;
         auto first = firstId_.emplace(original, message.id);
         if (first.first->second == message.id && written_.count(original)) {
             return {written_[original], ""};
         }
-        if (first.first->second != message.id) {
-            base = original + "_" + upperHex(message.id, 8);
-            header = "";
-        }
-        std::string written = unique(unspoiled(prefix_ + base, NameRole::SymbolicName), message.id);
+        std::string header = first.first->second == message.id ? headerName(original) : "";
+        std::string base = header.empty() ? original + "_" + upperHex(message.id, 8) : header;
+        if (!isCIdentifier(base)) base = cIdentifierFrom(base);
+        std::string written =
+            unique(unspoiledName(prefix_ + base, NameRole::SymbolicName), message.id);
         reportChange(message, original, written);
-        if (header == original) written_[original] = written;
+        if (!header.empty()) written_[original] = written;
         return {written, header};
     }
 
 private:
+    // The name of `original` in the C header: itself, or, where C cannot use
+    // it as a macro name, the C identifier made of it that no other
+    // definition of the file uses.
+    std::string headerName(const std::string& original) {
+        if (isCIdentifier(original)) return original;
+        const std::string base = cIdentifierFrom(original);
+        std::string name = base;
+        for (int& n = nextSuffix_.emplace(base, 2).first->second; !headerNames_.insert(name).second;
+             ++n) {
+            name = base + "_" + std::to_string(n);
+        }
+        return name;
+    }
+
     // `name`, or the first of name_2, name_3... that no other message took.
+    // Many names can meet on one (every "My-Name" and "My.Name" is "My_Name"):
+    // the search for a free suffix goes on where the last one for `name` ended.
     std::string unique(std::string name, unsigned long id) {
         auto taken = takenBy_.emplace(name, id);
         if (taken.second || taken.first->second == id) return name;
-        for (int n = 2;; ++n) {
+        for (int& n = nextSuffix_.emplace(name, 2).first->second;; ++n) {
             std::string candidate = name + "_" + std::to_string(n);
             taken = takenBy_.emplace(candidate, id);
             if (taken.second || taken.first->second == id) return candidate;
@@ -100,7 +110,8 @@ private:
                 "SymbolicName " + original + " renamed " + written +
                     (firstId_[original] != message.id
                          ? " (it already names message 0x" + upperHex(firstId_[original], 8) + ")"
-                         : " (the library would misread it)"));
+                     : !isCIdentifier(original) ? " (not a C identifier)"
+                                                : " (the library would misread it)"));
         }
     }
 
@@ -109,6 +120,8 @@ private:
     std::unordered_map<std::string, unsigned long> firstId_;  // original name -> first identifier
     std::unordered_map<std::string, std::string> written_;    // original name -> written name
     std::unordered_map<std::string, unsigned long> takenBy_;  // written name -> identifier
+    std::set<std::string> headerNames_;                       // C identifiers the header uses
+    std::unordered_map<std::string, int> nextSuffix_;         // name -> next "_N" to try
 };
 
 // The reader seeds these severities: with the same number they need no entry.
@@ -156,7 +169,7 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
                           : kind == ListKind::Facility && isSeededName(name.name, kind) &&
                                 static_cast<long>(name.value) ==
                                     MessageTable::DEFAULT_FIRST_MESSAGE_FACILITY_ID;
-        std::string written = unspoiled(name.name, role);
+        std::string written = unspoiledName(name.name, role);
         if ((!seeded && isSeededName(written, kind)) || taken.count(lowerCase(written))) {
             written += "_" + upperHex(name.value);
         }
@@ -180,7 +193,7 @@ void nameList(const std::vector<UsedName>& used, ListKind kind, NameRole role,
 FileNames nameEverything(const PortedFile& file, const std::string& fileName,
                          const std::string& prefix, PortReport& report) {
     FileNames names;
-    SymbolicNamer namer(fileName, prefix, file.messages.size(), report);
+    SymbolicNamer namer(fileName, prefix, file.messages, report);
     names.symbolicNames.reserve(file.messages.size());
     names.headerNames.reserve(file.messages.size());
     for (const PortedMessage& message : file.messages) {

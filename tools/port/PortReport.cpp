@@ -20,18 +20,20 @@ size_t PortReport::count(WarningKind kind) const {
                                              [&](const PortWarning& w) { return w.kind == kind; }));
 }
 
-void PortReport::print(std::ostream& out, const std::string& file) const {
+void PortReport::print(std::ostream& out, const std::string& file,
+                       std::string (*escape)(const std::string&)) const {
     std::vector<const PortWarning*> sorted;
     sorted.reserve(warnings_.size());
     for (const PortWarning& warning : warnings_) sorted.push_back(&warning);
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const PortWarning* a, const PortWarning* b) { return a->line < b->line; });
     // One write: standard error flushes after every insertion.
-    std::string text;
+    std::string text, line;
     for (const PortWarning* warning : sorted) {
-        text.append(file);
-        if (warning->line > 0) text.append(1, ':').append(std::to_string(warning->line));
-        text.append(": warning: ").append(warning->text).append(1, '\n');
+        line.assign(file);
+        if (warning->line > 0) line.append(1, ':').append(std::to_string(warning->line));
+        line.append(": warning: ").append(warning->text);
+        text.append(escape ? escape(line) : line).append(1, '\n');
     }
     out << text;
 }

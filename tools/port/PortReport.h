@@ -35,8 +35,10 @@ public:
     const std::vector<PortWarning>& warnings() const { return warnings_; }
     // The number of warnings of `kind`.
     size_t count(WarningKind kind) const;
-    // One "FILE:LINE: warning: TEXT" line per warning, by line.
-    void print(std::ostream& out, const std::string& file) const;
+    // One "FILE:LINE: warning: TEXT" line per warning, by line; `escape`, if
+    // given, makes each line safe to print (texts quote raw input bytes).
+    void print(std::ostream& out, const std::string& file,
+               std::string (*escape)(const std::string&) = nullptr) const;
 
 private:
     std::vector<PortWarning> warnings_;

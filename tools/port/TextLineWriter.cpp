@@ -37,20 +37,32 @@ const KeywordBreak* keywordBreaks() {
     return breaks;
 }
 
-// `line` with a "%" inside every header keyword it holds.
-std::string breakHeaderKeywords(std::string line) {
-    for (bool changed = true; changed;) {
-        changed = false;
-        std::string lower = lowerCase(line);  // searched faster than in any case
-        for (const KeywordBreak* k = keywordBreaks(); k->keyword; ++k) {
-            size_t at = lower.find(k->keyword);
-            if (at == std::string::npos) continue;
-            line.insert(at + k->offset, "%");
-            changed = true;
-            break;
-        }
+// The header keyword that starts at `at` in `line`, in any case; null for none.
+const KeywordBreak* keywordAt(const std::string& line, size_t at) {
+    for (const KeywordBreak* k = keywordBreaks(); k->keyword; ++k) {
+        if (startsCaseless(line, at, k->keyword)) return k;
     }
-    return line;
+    return nullptr;
+}
+
+// `line` with a "%" inside every header keyword it holds. No keyword overlaps
+// another or itself, so one pass from the left finds them all; searching the
+// line again after each break would take time quadratic in its length.
+std::string breakHeaderKeywords(const std::string& line) {
+    std::string broken;
+    broken.reserve(line.size() + 8);
+    for (size_t at = 0; at < line.size();) {
+        const KeywordBreak* k = keywordAt(line, at);
+        if (k == nullptr) {
+            broken += line[at++];
+            continue;
+        }
+        const size_t length = std::strlen(k->keyword);
+        broken.append(line, at, k->offset).append(1, '%');
+        broken.append(line, at + k->offset, length - k->offset);
+        at += length;
+    }
+    return broken;
 }
 
 // True when a file line starting with the `length` characters of `piece`
@@ -117,7 +129,7 @@ std::vector<std::string> writeTextLines(const std::vector<std::string>& lines,
         bool last = i + 1 == lines.size();
         bool lineBreak = !endsWithNoBreakEscape(lines[i]) && (!last || finalLineBreak);
         std::string line = fileLine(lines[i], lineBreak, last);
-        if (i == 0) line = breakHeaderKeywords(std::move(line));
+        if (i == 0) line = breakHeaderKeywords(line);
         appendSplit(std::move(line), out);
     }
     return out;
