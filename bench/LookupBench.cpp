@@ -1,7 +1,8 @@
 // Lookup and format of random messages of the catalogue, German texts, with
 // the same three values for every message (a message uses 0 to 3 of them):
-// tqmsg's TQ_CompoundLangLookup, gettext's dgettext then snprintf, and a bare
-// snprintf of the text already in hand (the floor).
+// tqmsg's TQ_CompoundLangLookup and its C interface's tqmsg_format, gettext's
+// dgettext then snprintf, and a bare snprintf of the text already in hand (the
+// floor).
 #include <benchmark/benchmark.h>
 #include <libintl.h>
 
@@ -12,6 +13,7 @@
 
 #include "BenchData.h"
 #include "MessageModule.h"
+#include "tqmsg.h"
 
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"
@@ -57,10 +59,16 @@ std::vector<T> inRandomOrder(T (*pick)(const BenchMessage&)) {
     return values;
 }
 
-void BM_TqCompoundLangLookup(benchmark::State& state) {
-    loadCatalogueOnce();
+// The identifiers both tqmsg interfaces are called with.
+const std::vector<int>& randomIds() {
     static const std::vector<int> ids =
         inRandomOrder<int>([](const BenchMessage& message) { return message.id; });
+    return ids;
+}
+
+void BM_TqCompoundLangLookup(benchmark::State& state) {
+    loadCatalogueOnce();
+    const std::vector<int>& ids = randomIds();
     char buffer[1024];
     size_t next = 0;
     for (auto _ : state) {
@@ -70,6 +78,23 @@ void BM_TqCompoundLangLookup(benchmark::State& state) {
         benchmark::DoNotOptimize(length);
         if (length < 0) {
             state.SkipWithError("lookup failed");
+            break;
+        }
+    }
+}
+
+// The same calls through the C interface, into the same buffer.
+void BM_TqmsgFormat(benchmark::State& state) {
+    loadCatalogueOnce();
+    const std::vector<int>& ids = randomIds();
+    char buffer[1024];
+    size_t next = 0;
+    for (auto _ : state) {
+        long id = ids[next++ & (ids.size() - 1)];
+        long length = tqmsg_format(buffer, sizeof buffer, id, kGerman, kFirst, kSecond, kThird);
+        benchmark::DoNotOptimize(length);
+        if (length < 0) {
+            state.SkipWithError(tqmsg_last_error());
             break;
         }
     }
@@ -103,5 +128,6 @@ void BM_SnprintfFloor(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_TqCompoundLangLookup);
+BENCHMARK(BM_TqmsgFormat);
 BENCHMARK(BM_GettextThenSnprintf);
 BENCHMARK(BM_SnprintfFloor);
