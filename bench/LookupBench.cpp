@@ -66,15 +66,16 @@ const std::vector<int>& randomIds() {
     return ids;
 }
 
-void BM_TqCompoundLangLookup(benchmark::State& state) {
+// Formats the catalogue's messages in the random order through `format`,
+// called as format(buffer, size, identifier) -> length, or -1 on failure.
+template <typename Format>
+void formatRandomMessages(benchmark::State& state, Format format) {
     loadCatalogueOnce();
     const std::vector<int>& ids = randomIds();
     char buffer[1024];
     size_t next = 0;
     for (auto _ : state) {
-        int id = ids[next++ & (ids.size() - 1)];
-        int length =
-            TQ_CompoundLangLookup(buffer, sizeof buffer, id, kGerman, kFirst, kSecond, kThird);
+        long length = format(buffer, sizeof buffer, ids[next++ & (ids.size() - 1)]);
         benchmark::DoNotOptimize(length);
         if (length < 0) {
             state.SkipWithError("lookup failed");
@@ -83,21 +84,17 @@ void BM_TqCompoundLangLookup(benchmark::State& state) {
     }
 }
 
-// The same calls through the C interface, into the same buffer.
+void BM_TqCompoundLangLookup(benchmark::State& state) {
+    formatRandomMessages(state, [](char* buffer, unsigned size, int id) {
+        return long{TQ_CompoundLangLookup(buffer, size, id, kGerman, kFirst, kSecond, kThird)};
+    });
+}
+
+// The same calls through the C interface.
 void BM_TqmsgFormat(benchmark::State& state) {
-    loadCatalogueOnce();
-    const std::vector<int>& ids = randomIds();
-    char buffer[1024];
-    size_t next = 0;
-    for (auto _ : state) {
-        long id = ids[next++ & (ids.size() - 1)];
-        long length = tqmsg_format(buffer, sizeof buffer, id, kGerman, kFirst, kSecond, kThird);
-        benchmark::DoNotOptimize(length);
-        if (length < 0) {
-            state.SkipWithError(tqmsg_last_error());
-            break;
-        }
-    }
+    formatRandomMessages(state, [](char* buffer, size_t size, long id) {
+        return tqmsg_format(buffer, size, id, kGerman, kFirst, kSecond, kThird);
+    });
 }
 
 void BM_GettextThenSnprintf(benchmark::State& state) {

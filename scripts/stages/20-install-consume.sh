@@ -40,12 +40,17 @@ i386_runner() {
 check_run() {
     local label=$1 runner=$2 program=$3 library=${4:-}
     $runner "$program" >"$tmp/actual.txt"
-    if ! diff -u "$expected" "$tmp/actual.txt"; then
-        echo "FAIL: the example built with $label printed something else" >&2
-        exit 1
-    fi
+    expect_output "the example built with $label" "$expected" "$tmp/actual.txt"
     [ -z "$library" ] || expect_library "$label" "$runner" "$program" "$library"
     echo "ok: example built with $label"
+}
+
+# expect_output WHAT EXPECTED ACTUAL: what WHAT printed (ACTUAL) is EXPECTED.
+expect_output() {
+    if ! diff -u "$2" "$3"; then
+        echo "FAIL: $1 printed something else" >&2
+        exit 1
+    fi
 }
 
 # expect_library LABEL RUNNER PROGRAM LIBRARY: PROGRAM loads that libtqmsg.
@@ -278,10 +283,8 @@ check_c_run() {
         env -u LC_ALL -u LC_MESSAGES LANG=de_DE.UTF-8 $runner "$program"
         env -u LC_MESSAGES LC_ALL=fr_FR.UTF-8 $runner "$program"
     } >"$tmp/c-actual.txt"
-    if ! diff -u "$root/examples/c/expected-output.txt" "$tmp/c-actual.txt"; then
-        echo "FAIL: the C example built with $label printed something else" >&2
-        exit 1
-    fi
+    expect_output "the C example built with $label" "$root/examples/c/expected-output.txt" \
+        "$tmp/c-actual.txt"
     [ -z "$library" ] || expect_library "$label" "$runner" "$program" "$library"
     echo "ok: C example built with $label"
 }
