@@ -55,7 +55,7 @@ void checkTranslations(MessageTable& table, LoadedFile& file, CheckReport& repor
     if (table.declaredLanguages.size() < 2) return;
     std::vector<FileMessage> messages = fileMessages(table);
     for (const FileMessage& message : messages) {
-        std::vector<LanguageText> texts;
+        std::vector<TranslatedText> texts;
         for (const TextOfLanguage& text : message.texts) {
             texts.push_back({languageName(table, text.languageId), text.message->text});
         }

@@ -38,10 +38,10 @@ std::string readingIn(const LanguageUse& use) {
 }
 
 // Every use of every insert number, in text order within each language.
-std::map<int, std::vector<LanguageUse>> usesByNumber(const std::vector<LanguageText>& texts,
+std::map<int, std::vector<LanguageUse>> usesByNumber(const std::vector<TranslatedText>& texts,
                                                      std::vector<InsertProblem>& problems) {
     std::map<int, std::vector<LanguageUse>> uses;
-    for (const LanguageText& text : texts) {
+    for (const TranslatedText& text : texts) {
         try {
             for (InsertUse& use : MessageModule::findInserts(text.text)) {
                 uses[use.number].push_back({&text.language, std::move(use)});
@@ -76,10 +76,10 @@ void compareUses(int number, const std::vector<LanguageUse>& uses,
 }
 
 void findMissing(int number, const std::vector<LanguageUse>& uses,
-                 const std::vector<LanguageText>& texts, std::vector<InsertProblem>& problems) {
+                 const std::vector<TranslatedText>& texts, std::vector<InsertProblem>& problems) {
     std::set<std::string> using_;
     for (const LanguageUse& use : uses) using_.insert(*use.language);
-    for (const LanguageText& text : texts) {
+    for (const TranslatedText& text : texts) {
         if (using_.count(text.language)) continue;
         problems.push_back({InsertProblem::MISSING, number,
                             "insert " + writtenInsert(uses.front().use) + " is used in " +
@@ -95,7 +95,7 @@ std::string writtenInsert(const InsertUse& use) {
     return text;
 }
 
-InsertComparison compareInserts(const std::vector<LanguageText>& texts) {
+InsertComparison compareInserts(const std::vector<TranslatedText>& texts) {
     InsertComparison comparison;
     std::map<int, std::vector<LanguageUse>> uses = usesByNumber(texts, comparison.problems);
     bool allScanned = comparison.problems.empty();

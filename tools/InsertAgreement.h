@@ -14,7 +14,7 @@
 #include "MessageModule.h"
 
 // One language's text of a message.
-struct LanguageText {
+struct TranslatedText {
     std::string language;  // its name, as messages show it
     std::string text;
 };
@@ -39,7 +39,7 @@ struct InsertComparison {
 // Compares the inserts of `texts` (the first text is the reference for the
 // order of the description only). Every insert number is compared across all
 // texts, and against its other uses in the same text.
-InsertComparison compareInserts(const std::vector<LanguageText>& texts);
+InsertComparison compareInserts(const std::vector<TranslatedText>& texts);
 
 // "%2!lu!", or "%2" for an insert without a format.
 std::string writtenInsert(const InsertUse& use);

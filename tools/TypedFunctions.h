@@ -13,7 +13,7 @@
 // A message with a symbolic name, and its texts in every language.
 struct NamedMessage {
     std::string name;  // a C identifier, #defined to the message identifier before the functions
-    std::vector<LanguageText> texts;
+    std::vector<TranslatedText> texts;
 };
 
 struct TypedFunctions {
