@@ -2,9 +2,9 @@
 # The translation checks of tqmsg check and the warnings of
 # tqmsg header --functions, end to end. Each function case_NAME is one CTest
 # test, check.NAME, registered by tests/CMakeLists.txt:
-#   translation-cases.sh CASE TOOL CORPUS_DIR [EMULATOR]
+#   translation-cases.sh CASE TOOL CORPUS_DIR SOURCE_DIR "CC FLAGS" [EMULATOR]
 set -uo pipefail
-case_name=$1 tool=$2 corpus=$3 emulator=${4:-}
+case_name=$1 tool=$2 corpus=$3 src=$4 cc=$5 emulator=${6:-}
 source "$(dirname "${BASH_SOURCE[0]}")/../support/cases-lib.sh"
 findings_file="$(dirname "${BASH_SOURCE[0]}")/check-corpus-findings.tsv"
 
@@ -149,6 +149,55 @@ case_function_warnings() {
     [ -z "$err" ] || fail "warning for a good message: $err"
     run header "$work/m.mc"
     grep -qF -e format_ -e '"tqmsg.h"' <<<"$out" && fail "functions without --functions"
+}
+
+case_cmake_options() {
+    # tqmsg_add_messages(... CHECK [STRICT] FUNCTIONS): the check fails the
+    # build on an error (and under STRICT on a warning), and the header has
+    # the typed functions, which a wrong call does not get past.
+    local proj=$work/proj
+    mkdir -p "$proj"
+    cat >"$proj/CMakeLists.txt" <<'CMAKE'
+cmake_minimum_required(VERSION 3.16)
+project(check_options_test LANGUAGES C)
+add_executable(tqmsg::tool IMPORTED)
+set_target_properties(tqmsg::tool PROPERTIES IMPORTED_LOCATION ${TQMSG_TOOL})
+include(${TQMSG_SOURCE_DIR}/cmake/TqmsgMessages.cmake)
+add_library(uses OBJECT uses.c)
+target_include_directories(uses PRIVATE ${TQMSG_SOURCE_DIR}/include)
+target_compile_options(uses PRIVATE -std=c99 -Wall -Wextra -pedantic -Werror)
+tqmsg_add_messages(uses events.mc ${OPTIONS})
+CMAKE
+    events() {  # events GERMAN_TEXT_OF_EVT_COPY: writes events.mc
+        printf 'LanguageNames=(English=0x409:MSG00409)\nLanguageNames=(German=0x407:MSG00407)\n' >"$proj/events.mc"
+        printf 'MessageId=1 SymbolicName=EVT_COPY\nLanguage=English\nCopied %%1!u! files to %%2.\n.\n' >>"$proj/events.mc"
+        [ -n "$1" ] && printf 'Language=German\n%s\n.\n' "$1" >>"$proj/events.mc"
+        printf 'MessageId=2 SymbolicName=EVT_DONE\nLanguage=English\nDone.\n.\nLanguage=German\nFertig.\n.\n' >>"$proj/events.mc"
+    }
+    uses() { printf '#include "events.h"\nlong copied(char *b) { return format_EVT_COPY(b, 64, 0x409, %s); }\n' "$1" >"$proj/uses.c"; }
+    build() {  # build OPTIONS: configures and builds from scratch; the log in $work/build.log
+        rm -rf "$proj/build"
+        local compiler=${cc%% *} flags=
+        [[ $cc == *' '* ]] && flags=${cc#* }
+        cmake -S "$proj" -B "$proj/build" -DCMAKE_C_COMPILER="$compiler" -DCMAKE_C_FLAGS="$flags" \
+            -DTQMSG_SOURCE_DIR="$src" -DTQMSG_TOOL="$tool" -DTQMSG_TOOL_EMULATOR="$emulator" \
+            -DOPTIONS="$1" >"$work/build.log" 2>&1 &&
+            cmake --build "$proj/build" >>"$work/build.log" 2>&1
+    }
+    events 'Nach %2 kopiert: %1!u! Dateien.'
+    uses '3u, "/backup"'
+    build "CHECK;STRICT;FUNCTIONS" || fail "a good file: $(cat "$work/build.log")"
+    uses '"/backup", 3u'
+    build "FUNCTIONS" && fail "a call with swapped arguments compiled"
+    expect_in "$(cat "$work/build.log")" "format_EVT_COPY"
+    uses '3u, "/backup"'
+    events 'Nach %2 kopiert: %1 Dateien.'
+    build "CHECK;FUNCTIONS" && fail "built despite an insert read as two kinds"
+    expect_in "$(cat "$work/build.log")" "error: EVT_COPY: insert %1 is read as"
+    events ''
+    build "CHECK;FUNCTIONS" || fail "CHECK failed on a missing translation: $(cat "$work/build.log")"
+    build "CHECK;STRICT;FUNCTIONS" && fail "CHECK STRICT passed a missing translation"
+    expect_in "$(cat "$work/build.log")" "warning: German has no text for 1 of 2 messages"
 }
 
 # Every loadable file of the corpus, as it is and converted by tqmsg port,
