@@ -10,8 +10,6 @@
 // finding: the target prints the loader's text and the file, and aborts.
 // Bits of the input's length choose the language imported: one the file has
 // (German), one it declares without texts (French), or a new one (Spanish).
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -25,6 +23,7 @@
 #include "PoFailure.h"
 #include "PoFiles.h"
 #include "PoImport.h"
+#include "ScratchFiles.h"
 
 namespace {
 
@@ -48,22 +47,9 @@ const char MESSAGE_FILE[] =
 
 const char* const LANGUAGES[] = {"German", "French", "Spanish=0x40A"};
 
-std::string scratch(const char* name) {
-    const char* dir = std::getenv("TMPDIR");
-    return std::string(dir && *dir ? dir : "/tmp") + "/tqmsg-fuzz-po-" + std::to_string(getpid()) +
-           name;
-}
-
 const std::string& messagePath() {
-    static const std::string path = scratch(".mc");
+    static const std::string path = scratchPath("po", ".mc");
     return path;
-}
-
-bool writeFile(const std::string& path, const char* bytes, size_t size) {
-    std::FILE* out = std::fopen(path.c_str(), "wb");
-    if (!out) return false;
-    bool written = std::fwrite(bytes, 1, size, out) == size;
-    return std::fclose(out) == 0 && written;
 }
 
 // The message file with the PO file's translations, or "" when the import
@@ -81,31 +67,20 @@ std::string import(const std::string& poPath, size_t size) {
     }
 }
 
-// The loader's complaint about `path`, or "" when it loaded.
-std::string loadFailure(const std::string& path) {
-    try {
-        MessageModule module(path, false);
-    } catch (MessageTableParserException& e) {
-        return e.msg;
-    } catch (MessageModuleException& e) {
-        return e.msg;
-    }
-    return "";
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const bool ready = writeFile(messagePath(), MESSAGE_FILE, sizeof(MESSAGE_FILE) - 1);
-    static const std::string poPath = scratch(".po"), outputPath = scratch("-out.mc");
-    if (!ready || !writeFile(poPath, reinterpret_cast<const char*>(data), size)) return 0;
+    static const bool ready = writeScratch(messagePath(), MESSAGE_FILE, sizeof(MESSAGE_FILE) - 1);
+    static const std::string poPath = scratchPath("po", ".po");
+    static const std::string outputPath = scratchPath("po", "-out.mc");
+    if (!ready || !writeScratch(poPath, reinterpret_cast<const char*>(data), size)) return 0;
     std::string imported;
     {
         FreshStoreAfterInput freshStore;
         imported = import(poPath, size);
     }
     std::remove(poPath.c_str());
-    if (imported.empty() || !writeFile(outputPath, imported.data(), imported.size())) return 0;
+    if (imported.empty() || !writeScratch(outputPath, imported.data(), imported.size())) return 0;
     FreshStoreAfterInput freshStore;
     std::string failure = loadFailure(outputPath);
     std::remove(outputPath.c_str());
