@@ -52,6 +52,15 @@ const std::string& messagePath() {
     return path;
 }
 
+void removeMessageFile() { std::remove(messagePath().c_str()); }
+
+// Writes the fixed message file once per process, removed when it exits.
+bool messageFileReady() {
+    if (!writeScratch(messagePath(), MESSAGE_FILE, sizeof(MESSAGE_FILE) - 1)) return false;
+    std::atexit(removeMessageFile);
+    return true;
+}
+
 // The message file with the PO file's translations, or "" when the import
 // reported an error. Loads the fixed file into the store.
 std::string import(const std::string& poPath, size_t size) {
@@ -70,7 +79,7 @@ std::string import(const std::string& poPath, size_t size) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const bool ready = writeScratch(messagePath(), MESSAGE_FILE, sizeof(MESSAGE_FILE) - 1);
+    static const bool ready = messageFileReady();
     static const std::string poPath = scratchPath("po", ".po");
     static const std::string outputPath = scratchPath("po", "-out.mc");
     if (!ready || !writeScratch(poPath, reinterpret_cast<const char*>(data), size)) return 0;
