@@ -77,10 +77,10 @@ void compareUses(int number, const std::vector<LanguageUse>& uses,
 
 void findMissing(int number, const std::vector<LanguageUse>& uses,
                  const std::vector<TranslatedText>& texts, std::vector<InsertProblem>& problems) {
-    std::set<std::string> using_;
-    for (const LanguageUse& use : uses) using_.insert(*use.language);
+    std::set<std::string> languagesUsing;
+    for (const LanguageUse& use : uses) languagesUsing.insert(*use.language);
     for (const TranslatedText& text : texts) {
-        if (using_.count(text.language)) continue;
+        if (languagesUsing.count(text.language)) continue;
         problems.push_back({InsertProblem::MISSING, number,
                             "insert " + writtenInsert(uses.front().use) + " is used in " +
                                 *uses.front().language + " but not in " + text.language});
