@@ -57,11 +57,11 @@ void checkTranslations(MessageTable& table, LoadedFile& file, CheckReport& repor
     for (const FileMessage& message : messages) {
         std::vector<TranslatedText> texts;
         for (const TextOfLanguage& text : message.texts) {
-            texts.push_back({languageName(table, text.languageId), text.message->text});
+            texts.push_back({languageName(table, text.languageId), text.message->text, text.line});
         }
         for (const InsertProblem& problem : compareInserts(texts).problems) {
-            report.add({severityOf(problem.kind), file.file, message.texts.front().line,
-                        message.name, problem.description});
+            report.add({severityOf(problem.kind), file.file, problem.line, message.name,
+                        problem.description});
         }
     }
     file.coverage = coverageOf(table, messages);

@@ -102,7 +102,7 @@ std::vector<NamedMessage> namedMessages(const Catalogue& catalogue) {
         for (long languageId : catalogue.languageIds()) {
             FormattableMessage* text = nullptr;
             MessageModule::mlmap.get(languageId, entry.second, text);
-            if (text) message.texts.push_back({declaredName(languageId), text->text});
+            if (text) message.texts.push_back({declaredName(languageId), text->text, 0});
         }
         messages.emplace_back(static_cast<uint32_t>(entry.second), std::move(message));
     }

@@ -9,7 +9,7 @@ namespace {
 
 // One use of an insert number in one language.
 struct LanguageUse {
-    const std::string* language;
+    const TranslatedText* text;
     InsertUse use;
 };
 
@@ -34,7 +34,7 @@ std::string reading(const InsertFormatInfo& info) {
 }
 
 std::string readingIn(const LanguageUse& use) {
-    return reading(use.use.info) + " (" + writtenInsert(use.use) + ") in " + *use.language;
+    return reading(use.use.info) + " (" + writtenInsert(use.use) + ") in " + use.text->language;
 }
 
 // Every use of every insert number, in text order within each language.
@@ -44,11 +44,12 @@ std::map<int, std::vector<LanguageUse>> usesByNumber(const std::vector<Translate
     for (const TranslatedText& text : texts) {
         try {
             for (InsertUse& use : MessageModule::findInserts(text.text)) {
-                uses[use.number].push_back({&text.language, std::move(use)});
+                uses[use.number].push_back({&text, std::move(use)});
             }
         } catch (MessageModuleException& e) {
             problems.push_back({InsertProblem::UNSCANNABLE, 0,
-                                "the " + text.language + " text cannot be formatted: " + e.msg});
+                                "the " + text.language + " text cannot be formatted: " + e.msg,
+                                text.line});
         }
     }
     return uses;
@@ -59,18 +60,19 @@ void compareUses(int number, const std::vector<LanguageUse>& uses,
     const LanguageUse& first = uses.front();
     std::set<std::string> reported;  // one problem per language and format
     for (const LanguageUse& use : uses) {
-        std::string key = *use.language + "\n" + use.use.format;
+        std::string key = use.text->language + "\n" + use.use.format;
         if (!reported.insert(key).second) continue;
         if (use.use.info.kind == InsertFormatInfo::REFUSED) {
-            problems.push_back(
-                {InsertProblem::REFUSED, number,
-                 "insert " + writtenInsert(use.use) + " in " + *use.language +
-                     " has a format the formatter refuses: " + use.use.info.refusal});
+            problems.push_back({InsertProblem::REFUSED, number,
+                                "insert " + writtenInsert(use.use) + " in " + use.text->language +
+                                    " has a format the formatter refuses: " + use.use.info.refusal,
+                                use.text->line});
         } else if (first.use.info.kind != InsertFormatInfo::REFUSED &&
                    !sameReading(first.use.info, use.use.info)) {
             problems.push_back({InsertProblem::READ_DIFFERENTLY, number,
                                 "insert %" + std::to_string(number) + " is read as " +
-                                    readingIn(first) + " but as " + readingIn(use)});
+                                    readingIn(first) + " but as " + readingIn(use),
+                                use.text->line});
         }
     }
 }
@@ -78,12 +80,13 @@ void compareUses(int number, const std::vector<LanguageUse>& uses,
 void findMissing(int number, const std::vector<LanguageUse>& uses,
                  const std::vector<TranslatedText>& texts, std::vector<InsertProblem>& problems) {
     std::set<std::string> languagesUsing;
-    for (const LanguageUse& use : uses) languagesUsing.insert(*use.language);
+    for (const LanguageUse& use : uses) languagesUsing.insert(use.text->language);
     for (const TranslatedText& text : texts) {
         if (languagesUsing.count(text.language)) continue;
         problems.push_back({InsertProblem::MISSING, number,
                             "insert " + writtenInsert(uses.front().use) + " is used in " +
-                                *uses.front().language + " but not in " + text.language});
+                                uses.front().text->language + " but not in " + text.language,
+                            text.line});
     }
 }
 

@@ -17,6 +17,7 @@
 struct TranslatedText {
     std::string language;  // its name, as messages show it
     std::string text;
+    int line = 0;  // where the text stands in its file, 0 when unknown
 };
 
 struct InsertProblem {
@@ -29,6 +30,7 @@ struct InsertProblem {
     Kind kind;
     int number;               // the insert; 0 for UNSCANNABLE
     std::string description;  // in words, without the message's name
+    int line;                 // the line of the text at fault (the one that differs or lacks)
 };
 
 struct InsertComparison {

@@ -32,8 +32,7 @@ case_insert_comparison() {
             expect_status 1 "$row under --strict" ;;
         error)
             expect_status 1 "$row"
-            expect_in "$err" "$work/m.mc:3: error: MSG_ONE: insert %1 is read as"
-            expect_in "$err" "in English" ;;
+            expect_in "$err" "error: MSG_ONE: insert %1" ;;
         esac
     done <<'EOT'
 %1!s!|%1!d!|error
@@ -55,12 +54,13 @@ case_insert_comparison() {
 %1 and %1|%1|none
 %1!d! then %2|%2 then %1!d!|none
 %1!d! and %1!s!|%1!d!|error
+%1!d!|%1!*d!|error
 %1 %2|%1|warning
 %1|%1 %2|warning
 EOT
     message_file "$work/m.mc" '%1!d! %2!s!' '%2!d! %1!s!'
     run check "$work/m.mc"
-    expect_in "$err" "insert %1 is read as an integer of 4 bytes (%1!d!) in English but as text (%1) in German"
+    expect_in "$err" "m.mc:8: error: MSG_ONE: insert %1 is read as an integer of 4 bytes (%1!d!) in English but as text (%1) in German"
     expect_in "$err" "insert %2 is read as text (%2) in English but as an integer of 4 bytes (%2!d!) in German"
     message_file "$work/m.mc" '%1!lu!' '%1!llu!'
     run check "$work/m.mc"
