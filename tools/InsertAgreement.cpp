@@ -13,10 +13,13 @@ struct LanguageUse {
     InsertUse use;
 };
 
+// The same kind of value and the same size on both architectures: the
+// classifier gives the size on this build and the widest of the two; the C
+// type adds the i386 size, which tells %ld (4 bytes there) from %lld on x86-64.
 bool sameReading(const InsertFormatInfo& a, const InsertFormatInfo& b) {
-    InsertCType typeA = insertCType(a), typeB = insertCType(b);
-    return insertKindWord(a.kind) == insertKindWord(b.kind) && typeA.i386Bytes == typeB.i386Bytes &&
-           typeA.x8664Bytes == typeB.x8664Bytes;
+    return insertKindWord(a.kind) == insertKindWord(b.kind) && a.valueBytes == b.valueBytes &&
+           a.widestValueBytes == b.widestValueBytes &&
+           insertCType(a).i386Bytes == insertCType(b).i386Bytes;
 }
 
 // "text", "an integer of 4 bytes", "an integer of 4 bytes on i386 and 8 on x86-64".
@@ -24,8 +27,8 @@ std::string reading(const InsertFormatInfo& info) {
     std::string kind = insertKindWord(info.kind);
     if (info.kind == InsertFormatInfo::TEXT || info.kind == InsertFormatInfo::NO_VALUE) return kind;
     std::string article = kind == "integer" ? "an " : "a ";
-    InsertCType type = insertCType(info);
     if (info.kind == InsertFormatInfo::POINTER) return article + kind;
+    InsertCType type = insertCType(info);
     std::string size = " of " + std::to_string(type.i386Bytes) + " bytes";
     if (type.i386Bytes != type.x8664Bytes) {
         size += " on i386 and " + std::to_string(type.x8664Bytes) + " on x86-64";
