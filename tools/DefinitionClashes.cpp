@@ -91,22 +91,23 @@ struct Place {
 
 class ClashFinder {
 public:
+    // Notes one definition of `file`; a clash with another file's is recorded
+    // once per symbolic name, and once per pair not already explained by its name.
     void add(const std::string& file, const Definition& d) {
         Place place{file, d.line};
         if (!d.name.empty()) {
             auto name = names_.emplace(d.name, place);
-            if (name.second || name.first->second.file == file) {
-                // new, or the same file (which the load itself judges)
-            } else if (reportedNames_.insert(d.name).second) {
-                report("symbolic name " + d.name, name.first->second, place);
+            const Place& first = name.first->second;
+            // Within one file, a repeated name is the load's own business.
+            if (!name.second && first.file != file) {
+                if (reportedNames_.insert(d.name).second)
+                    report("symbolic name " + d.name, first, place);
                 return;
             }
         }
-        auto key = std::make_pair(d.languageId, d.messageId);
-        auto pair = pairs_.emplace(key, std::make_pair(place, d.name));
-        const Place& first = pair.first->second.first;
-        bool sameName = !d.name.empty() && pair.first->second.second == d.name;
-        if (!pair.second && first.file != file && !sameName) {
+        auto pair = pairs_.emplace(std::make_pair(d.languageId, d.messageId), place);
+        const Place& first = pair.first->second;
+        if (!pair.second && first.file != file) {
             report("message " + hexIdentifier(d.messageId) + " in language " +
                        std::to_string(d.languageId),
                    first, place);
@@ -120,7 +121,7 @@ private:
     }
     std::map<std::string, Place> names_;
     std::set<std::string> reportedNames_;
-    std::map<std::pair<long, long>, std::pair<Place, std::string>> pairs_;
+    std::map<std::pair<long, long>, Place> pairs_;
 };
 
 }  // namespace
