@@ -5,7 +5,9 @@
 #   tqmsg_add_messages(<target> <file.mc>...
 #                      [CODE_PAGE <iconv name>]     8-bit input's code page
 #                      [LANGUAGE <NAME>=<ID>...]    language identifiers to use
-#                      [DESTINATION <dir>])         default: <datadir>/<target>
+#                      [DESTINATION <dir>]          default: <datadir>/<target>
+#                      [CHECK [STRICT]]             check the translations at build time
+#                      [FUNCTIONS])                 typed format_<NAME> functions in the header
 #
 # For each file, `tqmsg port` runs at build time (again whenever the file or
 # the tool changes) and writes <name>.mc and its header <name>.h into a
@@ -13,6 +15,15 @@
 # the program keeps its `#include "<name>.h"`. The converted files are
 # installed with the target; the target's property TQMSG_MESSAGES_DIR holds
 # the build-tree directory, for running the program before installing it.
+#
+# CHECK runs `tqmsg check` on the converted files together whenever one of
+# them changes, and fails the build on an error (an insert that two languages
+# read differently, a name two files define); CHECK STRICT fails it on a
+# warning too (a missing translation or insert). FUNCTIONS writes the header
+# with `tqmsg header --functions`: beside each identifier, a function
+# format_<NAME>(buf, size, language_id, inserts...) over the C interface
+# whose parameters have the types of the message's inserts, so that a call
+# with wrong arguments does not compile.
 #
 # The tool is the tqmsg_tool target when tqmsg is built in the same project,
 # otherwise tqmsg::tool from find_package(tqmsg). TQMSG_TOOL_EMULATOR, when
@@ -42,14 +53,37 @@ function(_tqmsg_messages_tool tool_var depends_var)
     set(${depends_var} ${_tool} $<TARGET_FILE:${_tool}> PARENT_SCOPE)
 endfunction()
 
+# Adds to OUTPUTS_VAR a stamp that exists once `tqmsg check` passed on the
+# converted files (the .mc files among OUTPUTS_VAR), checked together.
+function(_tqmsg_messages_check target tool tool_depends dir strict outputs_var)
+    set(_converted ${${outputs_var}})
+    list(FILTER _converted INCLUDE REGEX "\\.mc$")
+    set(_strict "")
+    if(strict)
+        set(_strict --strict)
+    endif()
+    set(_stamp ${dir}/translations.checked)
+    add_custom_command(OUTPUT ${_stamp}
+        COMMAND ${tool} check ${_strict} ${_converted}
+        COMMAND ${CMAKE_COMMAND} -E touch ${_stamp}
+        DEPENDS ${_converted} ${tool_depends}
+        COMMENT "Checking the translations of ${target}'s message files"
+        VERBATIM)
+    set(${outputs_var} ${${outputs_var}} ${_stamp} PARENT_SCOPE)
+endfunction()
+
 function(tqmsg_add_messages target)
-    cmake_parse_arguments(PARSE_ARGV 1 _arg "" "CODE_PAGE;DESTINATION" "LANGUAGE")
+    cmake_parse_arguments(PARSE_ARGV 1 _arg "CHECK;STRICT;FUNCTIONS" "CODE_PAGE;DESTINATION"
+                          "LANGUAGE")
     set(_sources ${_arg_UNPARSED_ARGUMENTS})
     if(NOT TARGET ${target})
         message(FATAL_ERROR "tqmsg_add_messages: no target named ${target}")
     endif()
     if(NOT _sources)
         message(FATAL_ERROR "tqmsg_add_messages(${target}): no message file given")
+    endif()
+    if(_arg_STRICT AND NOT _arg_CHECK)
+        message(FATAL_ERROR "tqmsg_add_messages(${target}): STRICT is an option of CHECK")
     endif()
     if(NOT _arg_DESTINATION)
         set(_arg_DESTINATION ${CMAKE_INSTALL_DATADIR}/${target})
@@ -80,15 +114,24 @@ function(tqmsg_add_messages target)
         list(APPEND _names ${_name})
         set(_converted ${_dir}/${_name}.mc)
         set(_header ${_dir}/${_name}.h)
+        set(_steps COMMAND ${CMAKE_COMMAND} -E make_directory ${_dir}
+            COMMAND ${_tool} port ${_source} -o ${_converted} --header ${_header} ${_options})
+        if(_arg_FUNCTIONS)
+            # The same header again, with the typed functions after the identifiers.
+            list(APPEND _steps COMMAND ${_tool} header --functions ${_converted} -o ${_header})
+        endif()
         add_custom_command(OUTPUT ${_converted} ${_header}
-            COMMAND ${CMAKE_COMMAND} -E make_directory ${_dir}
-            COMMAND ${_tool} port ${_source} -o ${_converted} --header ${_header} ${_options}
+            ${_steps}
             DEPENDS ${_source} ${_tool_depends}
             COMMENT "Converting ${_name}.mc for tqmsg (${target})"
             VERBATIM)
         list(APPEND _outputs ${_converted} ${_header})
         install(FILES ${_converted} DESTINATION ${_arg_DESTINATION})
     endforeach()
+    if(_arg_CHECK)
+        _tqmsg_messages_check(${target} "${_tool}" "${_tool_depends}" ${_dir} ${_arg_STRICT}
+                              _outputs)
+    endif()
     target_sources(${target} PRIVATE ${_outputs})
     target_include_directories(${target} PRIVATE ${_dir})
     set_target_properties(${target} PROPERTIES TQMSG_MESSAGES_DIR ${_dir})

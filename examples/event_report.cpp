@@ -1,8 +1,9 @@
 // The second example: a program whose messages are written for the Windows
 // message compiler (windows/service_events.mc, shared with a Windows build).
 // The build converts that file with tqmsg_add_messages(), which also writes
-// service_events.h with the EVT_ identifiers; the program loads the converted
-// file and prints three of its events.
+// service_events.h with the EVT_ identifiers and, for each, a typed function
+// format_EVT_...(); the program loads the converted file and prints three of
+// its events.
 #include <iostream>
 #include <string>
 
@@ -19,8 +20,11 @@ void printEvents() {
     std::string text;
     TQ_CompoundLangLookup(text, EVT_BACKUP_STARTED, kEnglish, "/home");
     std::cout << "started: " << text;
-    TQ_CompoundLangLookup(text, EVT_BACKUP_SLOW, kEnglish, "/home", 3u);
-    std::cout << "slow:    " << text;
+    // The typed function takes exactly the inserts' types: a text, then an
+    // unsigned int (%2!u!).
+    char slow[256];
+    format_EVT_BACKUP_SLOW(slow, sizeof slow, kEnglish, "/home", 3u);
+    std::cout << "slow:    " << slow;
     TQ_CompoundLangLookup(text, EVT_BACKUP_FAILED, kEnglish, "/home", 5u);
     std::cout << "failed:  " << text;
 }

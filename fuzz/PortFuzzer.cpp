@@ -7,8 +7,6 @@
 // prints the loader's text and the converted file, and aborts. Bits of the
 // input's length choose the options (final line break, facility Application
 // 0xFFF, code page CP1252).
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -19,15 +17,12 @@
 #include "FreshStore.h"
 #include "MessageModule.h"
 #include "PortConverter.h"
+#include "ScratchFiles.h"
 
 namespace {
 
 const std::string& scratchFile() {
-    static const std::string path = [] {
-        const char* dir = std::getenv("TMPDIR");
-        return std::string(dir && *dir ? dir : "/tmp") + "/tqmsg-fuzz-port-" +
-               std::to_string(getpid()) + ".mc";
-    }();
+    static const std::string path = scratchPath("port", ".mc");
     return path;
 }
 
@@ -53,32 +48,15 @@ std::string convert(const std::string& bytes) {
     return "";
 }
 
-// The loader's complaint about the scratch file, or "" when it loaded.
-std::string loadFailure() {
-    try {
-        MessageModule module(scratchFile(), false);
-    } catch (MessageTableParserException& e) {
-        return e.msg;
-    } catch (MessageModuleException& e) {
-        return e.msg;
-    }
-    return "";
-}
-
-bool writeScratch(const std::string& bytes) {
-    std::FILE* out = std::fopen(scratchFile().c_str(), "wb");
-    if (!out) return false;
-    bool written = std::fwrite(bytes.data(), 1, bytes.size(), out) == bytes.size();
-    return std::fclose(out) == 0 && written;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::string converted = convert(std::string(reinterpret_cast<const char*>(data), size));
-    if (converted.empty() || !writeScratch(converted)) return 0;
+    if (converted.empty() || !writeScratch(scratchFile(), converted.data(), converted.size())) {
+        return 0;
+    }
     FreshStoreAfterInput freshStore;
-    std::string failure = loadFailure();
+    std::string failure = loadFailure(scratchFile());
     std::remove(scratchFile().c_str());
     if (!failure.empty()) {
         std::fprintf(stderr, "the converted file does not load: %s\nconverted file:\n%s\n",

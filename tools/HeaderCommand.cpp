@@ -1,5 +1,7 @@
 // tqmsg header: a C/C++ header with one #define per symbolic name, its value
-// an int usable directly as the messageId of the TQ_ functions.
+// an int usable directly as the messageId of the TQ_ functions; with
+// --functions, also a typed function per message over the C interface.
+#include <algorithm>
 #include <cstdint>
 #include <fstream>
 #include <memory>
@@ -9,8 +11,10 @@
 #include "Catalogue.h"
 #include "Commands.h"
 #include "Diagnostics.h"
+#include "FileMessages.h"
 #include "OutputFiles.h"
 #include "TextEscape.h"
+#include "TypedFunctions.h"
 
 namespace {
 
@@ -18,6 +22,7 @@ struct HeaderOptions {
     std::vector<std::string> files;
     std::string output = "-";
     std::string language;
+    bool functions = false;
 };
 
 // The language of the comments: the one asked for, else the language that the
@@ -72,6 +77,41 @@ bool loadWithIdentifierNames(Catalogue& catalogue, const std::vector<std::string
     return true;
 }
 
+// The name the first loaded file declaring language `id` gives it.
+std::string declaredName(long id) {
+    for (auto& entry : MessageModule::mtmap.tables) {
+        if (entry.second->languages.reverse.get(id)) return languageName(*entry.second, id);
+    }
+    return std::to_string(id);
+}
+
+// Every named message with its texts in every language, by identifier.
+std::vector<NamedMessage> namedMessages(const Catalogue& catalogue) {
+    std::vector<std::pair<uint32_t, NamedMessage>> messages;
+    for (auto& entry : MessageModule::mlmap.idmap.entries) {
+        NamedMessage message{entry.first, {}};
+        for (long languageId : catalogue.languageIds()) {
+            FormattableMessage* text = nullptr;
+            MessageModule::mlmap.get(languageId, entry.second, text);
+            if (text) message.texts.push_back({declaredName(languageId), text->text, 0});
+        }
+        messages.emplace_back(static_cast<uint32_t>(entry.second), std::move(message));
+    }
+    std::stable_sort(messages.begin(), messages.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<NamedMessage> sorted;
+    for (auto& message : messages) sorted.push_back(std::move(message.second));
+    return sorted;
+}
+
+// The typed functions, their warnings reported; "" without --functions.
+std::string functionsText(const Catalogue& catalogue, const HeaderOptions& options) {
+    if (!options.functions) return "";
+    TypedFunctions functions = typedFunctions(namedMessages(catalogue));
+    for (const std::string& warning : functions.warnings) printError("warning: " + warning);
+    return functions.text;
+}
+
 int generate(const HeaderOptions& options) {
     OutputFiles outputs;
     for (const std::string& file : options.files) outputs.addInput(file);
@@ -85,7 +125,8 @@ int generate(const HeaderOptions& options) {
                            commentText(catalogue, entry.second, languageId)});
     }
     std::string guardPath = options.output == "-" ? options.files.front() : options.output;
-    out << writeCHeader("header", languageId, guardPath, std::move(entries));
+    out << writeCHeader("header", languageId, guardPath, std::move(entries),
+                        functionsText(catalogue, options));
     outputs.commitAll();
     return 0;
 }
@@ -101,5 +142,11 @@ CommandRun addHeaderCommand(CLI::App& app) {
                         "Header to write ('-', the default: standard output)");
     command->add_option("--lang", options->language,
                         "Language of the comments (default: the one declared first)");
+    command->add_flag("--functions", options->functions,
+                      "Add a typed function format_<NAME>(buf, size, language_id, inserts...) "
+                      "per message, calling tqmsg_format, with one parameter per insert of the "
+                      "C type its texts read; a message whose languages disagree, whose insert "
+                      "numbers have a gap, or whose inserts cannot be passed as variable "
+                      "arguments gets none and a warning");
     return [options] { return generate(*options); };
 }

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang (libFuzzer, AddressSanitizer,
 # UndefinedBehaviorSanitizer) and runs them side by side for a bounded time
-# (TQMSG_FUZZ_SECONDS, default 60). The converter's target needs the tools'
-# directory, where its library lives. Each target runs in fork mode, one
-# worker, as the long campaigns in fuzz/README.md do with more. Any crash, leak
-# or sanitizer report fails the stage; its input is kept under
-# build/fuzz/artifacts/.
+# (TQMSG_FUZZ_SECONDS, default 60). The converter's and the PO import's
+# targets need the tools' directory, where their libraries live. Each target
+# runs in fork mode, one worker, as the long campaigns in fuzz/README.md do
+# with more. Any crash, leak or sanitizer report fails the stage; its input is
+# kept under build/fuzz/artifacts/.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 seconds=${TQMSG_FUZZ_SECONDS:-60}
 build=build/fuzz
-targets=(load_file format_string port)
+targets=(load_file format_string port po_import)
 
 echo "-- building the fuzz targets (clang)"
 cmake -S . -B "$build" -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
@@ -20,6 +20,8 @@ cmake --build "$build" -j "$(nproc)" --target "${targets[@]/#/tqmsg_fuzz_}"
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+# libgettextpo keeps a small block per PO entry with a context until exit.
+export LSAN_OPTIONS=suppressions=$PWD/tests/po/lsan.supp
 mkdir -p "$build/artifacts"
 pids=()
 for target in "${targets[@]}"; do

@@ -16,8 +16,9 @@ languages=$(grep -c '^LanguageNames=' "$mc")
 case_check_ok() {
     run check "$mc"
     expect_status 0 check
-    [ "$out" = "$mc: ok, $messages messages, $languages languages, $texts texts" ] ||
+    [ "$(head -1 <<<"$out")" = "$mc: ok, $messages messages, $languages languages, $texts texts" ] ||
         fail "check said: $out"
+    expect_in "$out" "$mc: German: $messages of $messages messages (100%)"
 }
 
 case_check_error() {

@@ -54,7 +54,7 @@ std::string cIdentifierFrom(const std::string& name) {
 }
 
 std::string writeCHeader(const std::string& command, long languageId, const std::string& path,
-                         std::vector<CHeaderEntry> entries) {
+                         std::vector<CHeaderEntry> entries, const std::string& appendix) {
     std::stable_sort(entries.begin(), entries.end(),
                      [](const CHeaderEntry& a, const CHeaderEntry& b) { return a.id < b.id; });
     std::string guard = guardFor(path);
@@ -67,6 +67,6 @@ std::string writeCHeader(const std::string& command, long languageId, const std:
         out << "\n/* " << commentSafe(entry.comment) << " */\n"
             << "#define " << entry.name << ' ' << idValue(entry.id) << '\n';
     }
-    out << "\n#endif /* " << guard << " */\n";
+    out << appendix << "\n#endif /* " << guard << " */\n";
     return out.str();
 }

@@ -24,8 +24,9 @@ struct CHeaderEntry {
 
 // The header text, entries sorted by identifier (equal ones keep their order).
 // `command` names the generating subcommand, `languageId` the language of the
-// comments and `path` the file whose base name makes the include guard.
+// comments and `path` the file whose base name makes the include guard;
+// `appendix` is placed after the entries, inside the guard.
 std::string writeCHeader(const std::string& command, long languageId, const std::string& path,
-                         std::vector<CHeaderEntry> entries);
+                         std::vector<CHeaderEntry> entries, const std::string& appendix = "");
 
 #endif  // TQMSG_PORT_C_HEADER_WRITER_H

@@ -1,0 +1,2 @@
+// The wrong calls compiled as C++.
+#include "wrong-call.c"
