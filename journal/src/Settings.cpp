@@ -1,0 +1,75 @@
+// tqmsg_journal_open: checks the base of message IDs and publishes the new
+// settings for the reports that follow.
+#include "Settings.h"
+
+#include <atomic>
+#include <cctype>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <new>
+
+#include "tqmsg-journal.h"
+
+namespace tqmsg_journal {
+namespace {
+
+constexpr std::size_t BASE_DIGITS = 32;
+constexpr std::size_t PREFIX_DIGITS = 24;  // the other 8 are the message identifier
+
+std::atomic<const Settings*> published{nullptr};
+
+// Every settings record ever published: kept so that a report still reading
+// an older one, and openlog(3), never see freed memory.
+std::deque<Settings>& allSettings() {
+    static std::deque<Settings> settings;
+    return settings;
+}
+
+bool isBase(const char* base) {
+    if (base == nullptr || std::strlen(base) != BASE_DIGITS) return false;
+    for (std::size_t i = 0; i < BASE_DIGITS; ++i) {
+        if (!std::isxdigit(static_cast<unsigned char>(base[i]))) return false;
+    }
+    return true;
+}
+
+std::string lowerPrefix(const char* base) {
+    std::string prefix(base, PREFIX_DIGITS);
+    for (char& digit : prefix)
+        digit = static_cast<char>(std::tolower(static_cast<unsigned char>(digit)));
+    return prefix;
+}
+
+int refuse(const std::string& reason) {
+    tqmsg_set_last_error(reason.c_str());
+    return -1;
+}
+
+}  // namespace
+
+const Settings* currentSettings() { return published.load(std::memory_order_acquire); }
+
+}  // namespace tqmsg_journal
+
+extern "C" int tqmsg_journal_open(const char* identifier, const char* message_id_base) {
+    using namespace tqmsg_journal;
+    if (identifier == nullptr || *identifier == '\0') {
+        return refuse("tqmsg_journal_open: the identifier is empty");
+    }
+    if (!isBase(message_id_base)) {
+        return refuse(std::string("tqmsg_journal_open: the message ID base \"") +
+                      (message_id_base ? message_id_base : "(null)") +
+                      "\" is not 32 hexadecimal digits");
+    }
+    try {
+        static std::mutex publishing;
+        std::lock_guard<std::mutex> lock(publishing);
+        allSettings().push_back(Settings{identifier, lowerPrefix(message_id_base)});
+        published.store(&allSettings().back(), std::memory_order_release);
+    } catch (const std::bad_alloc&) {
+        return refuse("tqmsg_journal_open: out of memory");
+    }
+    tqmsg_set_last_error("");
+    return 0;
+}
