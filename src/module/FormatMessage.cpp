@@ -1,6 +1,5 @@
 // MessageModule::formatMessage: text source, expansion, delivery and the
 // failure boundary.
-#include <cstdint>
 #include <cstring>
 #include <iostream>
 #include <string>
@@ -8,6 +7,7 @@
 #include "MessageModule.h"
 #include "maps/FailureText.h"
 #include "module/ResultText.h"
+#include "module/StoredMessage.h"
 #include "module/TextExpansion.h"
 
 namespace {
@@ -17,10 +17,6 @@ struct Text {
     const char* data;
     std::size_t length;
 };
-
-unsigned long asUnsigned32(long value) {
-    return static_cast<unsigned long>(static_cast<uint32_t>(value));
-}
 
 // Loads the file named by `lpSource` unless it is registered already.
 void loadNamedFile(char* lpSource) {
@@ -46,13 +42,8 @@ Text messageText(long dwFlags, char* lpSource, long dwMessageId, long dwLanguage
         }
         return Text{lpSource, std::strlen(lpSource)};
     }
-    FormattableMessage* message = nullptr;
-    MessageModule::mlmap.get(dwLanguageId, dwMessageId, message);
-    if (message == nullptr) {
-        throw moduleFailure("Message with langId=0x%lx, msgId=0x%lx not found",
-                            asUnsigned32(dwLanguageId), asUnsigned32(dwMessageId));
-    }
-    return Text{message->text.data(), message->text.size()};
+    const FormattableMessage& message = storedMessage(dwLanguageId, dwMessageId);
+    return Text{message.text.data(), message.text.size()};
 }
 
 // Copies `result` into the caller's buffer or a new one. Copies stop at the

@@ -210,7 +210,8 @@ void checkInsertNumber(int number) {
 }
 
 InsertText formatInsert(int argIndex, const char* format, std::size_t formatLength,
-                        char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE]) {
+                        char** Arguments, char** argArray, char (&buffer)[INSERT_BUFFER_SIZE],
+                        std::size_t arrayLength) {
     checkInsertNumber(argIndex);
     InsertConversion storage;
     const InsertConversion& conversion = classification(format, formatLength, storage);
@@ -221,7 +222,13 @@ InsertText formatInsert(int argIndex, const char* format, std::size_t formatLeng
     PrintTarget target{format, conversion,
                        argArray != nullptr ? ARRAY_INSERT_LIMIT : LIST_INSERT_LIMIT, buffer};
     if (conversion.type == InsertValueType::None) return readAndPrint(ArrayElement{}, target);
-    if (argArray != nullptr) return readAndPrint(ArrayElement{argArray[argIndex - 1]}, target);
+    if (argArray != nullptr) {
+        if (static_cast<std::size_t>(argIndex) > arrayLength) {
+            throw moduleFailure("Insert %%%d has no argument: the argument array holds %zu",
+                                argIndex, arrayLength);
+        }
+        return readAndPrint(ArrayElement{argArray[argIndex - 1]}, target);
+    }
     if (Arguments == nullptr) {
         throw moduleFailure("Insert %%%d has no argument: no argument source was given", argIndex);
     }

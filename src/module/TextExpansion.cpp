@@ -11,8 +11,14 @@ namespace {
 
 class Expansion {
 public:
-    Expansion(int maxWidth, char** Arguments, char** argArray, ResultText& out)
-        : maxWidth_(maxWidth), arguments_(Arguments), argArray_(argArray), out_(out) {}
+    Expansion(int maxWidth, char** Arguments, char** argArray, std::size_t arrayLength,
+              InsertObserver* observer, ResultText& out)
+        : maxWidth_(maxWidth),
+          arguments_(Arguments),
+          argArray_(argArray),
+          arrayLength_(arrayLength),
+          observer_(observer),
+          out_(out) {}
 
     void literal(const char* data, std::size_t length) {
         out_.write(data, length);
@@ -40,7 +46,9 @@ public:
 
     void insert(int number, const char* format, std::size_t formatLength) {
         char buffer[INSERT_BUFFER_SIZE];
-        InsertText text = formatInsert(number, format, formatLength, arguments_, argArray_, buffer);
+        InsertText text =
+            formatInsert(number, format, formatLength, arguments_, argArray_, buffer, arrayLength_);
+        if (observer_ != nullptr) observer_->inserted(number, text.data, text.length);
         writeInsert(out_, text, column_, maxWidth_);
     }
 
@@ -48,6 +56,8 @@ private:
     int maxWidth_;
     char** arguments_;
     char** argArray_;
+    std::size_t arrayLength_;
+    InsertObserver* observer_;
     ResultText& out_;
     long long column_ = 0;  // compared with the width; see lineFeed and writeInsert
 };
@@ -55,7 +65,8 @@ private:
 }  // namespace
 
 void expandMessageText(const char* text, std::size_t length, int maxWidth, char** Arguments,
-                       char** argArray, ResultText& result) {
-    Expansion expansion(maxWidth, Arguments, argArray, result);
+                       char** argArray, ResultText& result, std::size_t arrayLength,
+                       InsertObserver* observer) {
+    Expansion expansion(maxWidth, Arguments, argArray, arrayLength, observer, result);
     InsertScanner<Expansion>(text, length, expansion).run();
 }
