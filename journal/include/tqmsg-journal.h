@@ -56,6 +56,14 @@ extern "C" {
  * leaving the earlier settings in place. */
 TQMSG_JOURNAL_API int tqmsg_journal_open(const char* identifier, const char* message_id_base);
 
+/* Writes into `buf` the MESSAGE_ID that events `message_id` get with
+ * `message_id_base` (32 hexadecimal digits and a NUL: `size` at least 33),
+ * for queries (journalctl MESSAGE_ID=...) and catalogues. Returns 0, or -1
+ * for a malformed base or a buffer too small (buf[0] is then '\0' when
+ * size > 0). */
+TQMSG_JOURNAL_API int tqmsg_journal_message_id(char* buf, size_t size, const char* message_id_base,
+                                               long message_id);
+
 /* Formats message `message_id` of language `language_id` with the inserts
  * after it, as tqmsg_format does, and sends one entry at the priority of the
  * identifier's severity. Returns 0, or -1 when the message could not be

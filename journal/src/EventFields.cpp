@@ -32,9 +32,8 @@ void addEventFields(EntryFields& fields, const Settings* settings, int priority,
     int length = std::snprintf(text, sizeof text, "%d", priority);
     fields.add("PRIORITY", text, static_cast<std::size_t>(length));
     if (settings != nullptr) {
-        length = std::snprintf(text, sizeof text, "%s%08lx", settings->messageIdPrefix.c_str(),
-                               static_cast<unsigned long>(bits32(messageId)));
-        fields.add("MESSAGE_ID", text, static_cast<std::size_t>(length));
+        composeMessageId(settings->messageIdBase.c_str(), messageId, text);
+        fields.add("MESSAGE_ID", text, std::strlen(text));
         fields.add("SYSLOG_IDENTIFIER", settings->identifier);
     }
     length =

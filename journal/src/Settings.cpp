@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -26,7 +27,9 @@ std::deque<Settings>& allSettings() {
     return settings;
 }
 
-bool isBase(const char* base) {
+}  // namespace
+
+bool isMessageIdBase(const char* base) {
     if (base == nullptr || std::strlen(base) != BASE_DIGITS) return false;
     for (std::size_t i = 0; i < BASE_DIGITS; ++i) {
         if (!std::isxdigit(static_cast<unsigned char>(base[i]))) return false;
@@ -34,12 +37,18 @@ bool isBase(const char* base) {
     return true;
 }
 
-std::string lowerPrefix(const char* base) {
-    std::string prefix(base, PREFIX_DIGITS);
-    for (char& digit : prefix)
-        digit = static_cast<char>(std::tolower(static_cast<unsigned char>(digit)));
-    return prefix;
+void composeMessageId(const char* base, long messageId, char out[33]) {
+    static const char digits[] = "0123456789abcdef";
+    for (std::size_t i = 0; i < PREFIX_DIGITS; ++i) {
+        out[i] = static_cast<char>(std::tolower(static_cast<unsigned char>(base[i])));
+    }
+    auto bits = static_cast<std::uint32_t>(messageId);
+    for (std::size_t i = 0; i < 8; ++i)
+        out[PREFIX_DIGITS + i] = digits[(bits >> (28 - 4 * i)) & 0xF];
+    out[BASE_DIGITS] = '\0';
 }
+
+namespace {
 
 int refuse(const std::string& reason) {
     tqmsg_set_last_error(reason.c_str());
@@ -57,7 +66,7 @@ extern "C" int tqmsg_journal_open(const char* identifier, const char* message_id
     if (identifier == nullptr || *identifier == '\0') {
         return refuse("tqmsg_journal_open: the identifier is empty");
     }
-    if (!isBase(message_id_base)) {
+    if (!isMessageIdBase(message_id_base)) {
         return refuse(std::string("tqmsg_journal_open: the message ID base \"") +
                       (message_id_base ? message_id_base : "(null)") +
                       "\" is not 32 hexadecimal digits");
@@ -65,11 +74,26 @@ extern "C" int tqmsg_journal_open(const char* identifier, const char* message_id
     try {
         static std::mutex publishing;
         std::lock_guard<std::mutex> lock(publishing);
-        allSettings().push_back(Settings{identifier, lowerPrefix(message_id_base)});
+        allSettings().push_back(Settings{identifier, message_id_base});
         published.store(&allSettings().back(), std::memory_order_release);
     } catch (const std::bad_alloc&) {
         return refuse("tqmsg_journal_open: out of memory");
     }
+    tqmsg_set_last_error("");
+    return 0;
+}
+
+extern "C" int tqmsg_journal_message_id(char* buf, size_t size, const char* message_id_base,
+                                        long message_id) {
+    using namespace tqmsg_journal;
+    if (size > 0) buf[0] = '\0';
+    if (!isMessageIdBase(message_id_base)) {
+        return refuse("tqmsg_journal_message_id: the message ID base is not 32 hexadecimal digits");
+    }
+    if (size < BASE_DIGITS + 1) {
+        return refuse("tqmsg_journal_message_id: the buffer holds fewer than 33 bytes");
+    }
+    composeMessageId(message_id_base, message_id, buf);
     tqmsg_set_last_error("");
     return 0;
 }
