@@ -80,4 +80,31 @@ EXPECTED
         fail "the default entry of $disk_low is not shown in Dutch"
 }
 
+# tqmsg_add_messages(... CATALOG <base>) writes the catalogue at build time
+# and installs it where journalctl looks for catalogues.
+case_cmake_option() {
+    local proj=$root/project
+    mkdir -p "$proj"
+    cp "$testdir/data/events.mc" "$proj/"
+    echo 'int main(void) { return 0; }' >"$proj/service.c"
+    cat >"$proj/CMakeLists.txt" <<CMAKE
+cmake_minimum_required(VERSION 3.16)
+project(catalog_option LANGUAGES C)
+add_executable(tqmsg::tool IMPORTED)
+set_target_properties(tqmsg::tool PROPERTIES IMPORTED_LOCATION $tool)
+include($testdir/../../cmake/TqmsgMessages.cmake)
+add_executable(service service.c)
+tqmsg_add_messages(service events.mc CATALOG $base)
+CMAKE
+    cmake -S "$proj" -B "$proj/build" >"$root/cmake.log" 2>&1 || fail "configure: $(cat "$root/cmake.log")"
+    cmake --build "$proj/build" >"$root/build.log" 2>&1 || fail "build: $(cat "$root/build.log")"
+    cmake --install "$proj/build" --prefix "$root/usr" >/dev/null || fail "install"
+    local installed=$root/usr/lib/systemd/catalog/service.catalog
+    [ -s "$installed" ] || fail "no catalogue installed into lib/systemd/catalog"
+    grep -qx "Defined-By: service" "$installed" || fail "Defined-By is not the target's name"
+    journalctl --root="$root" --update-catalog || fail "journalctl cannot index $installed"
+    journalctl --root="$root" --list-catalog | grep -q "^$disk_full service: Volume" ||
+        fail "the installed catalogue is not listed: $(journalctl --root="$root" --list-catalog)"
+}
+
 "case_$name"
