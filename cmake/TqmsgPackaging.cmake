@@ -104,6 +104,9 @@ set(CPACK_TQMSG_MULTI_ARCH ${TQMSG_RUNTIME_PACKAGE}=same ${TQMSG_DEV_PACKAGE}=sa
                            ${TQMSG_TOOL_PACKAGE}=foreign)
 set(CPACK_TQMSG_LIBRARY_PACKAGE ${TQMSG_RUNTIME_PACKAGE})
 set(CPACK_TQMSG_DEV_PACKAGE ${TQMSG_DEV_PACKAGE})
+if(TARGET tqmsg_journal)
+    include(TqmsgJournalPackaging)
+endif()
 set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/TqmsgDebianFinish.cmake)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/TqmsgCPackProject.cmake)
 

@@ -10,6 +10,9 @@
 #       a tmpfs on /run with no journal socket and a tmpfs on /dev holding the
 #       few device nodes programs need and a test /dev/log receiver; what it
 #       received is written to OUTDIR/syslog.txt, one datagram a line.
+#   with-journal.sh none OUTDIR PROGRAM ARGS...
+#       a tmpfs on /run and nothing else, for a program that serves the
+#       journal socket itself (the benchmark's draining receiver).
 #
 # The status is PROGRAM's. When the namespace cannot be made (not root, no
 # unshare, unshare refused, no journald) the reason is printed and the status
@@ -140,5 +143,6 @@ fi
 case $mode in
 journal) inside_journal "$@" ;;
 syslog) inside_syslog "$@" ;;
+none) mount -t tmpfs tmpfs /run && "$@" ;;
 *) echo "unknown mode: $mode" >&2; exit 2 ;;
 esac
