@@ -85,4 +85,17 @@ void BM_SdJournalSend(benchmark::State& state) {
 }
 BENCHMARK(BM_SdJournalSend);
 
+// What the library does besides sending: formatting the text and the
+// inserts (for reading the two figures above).
+void BM_FormatWithInserts(benchmark::State& state) {
+    setUp();
+    char text[1024];
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(tqmsg_format(text, sizeof text, MSG_DISK_FULL, ENGLISH, "/srv",
+                                              1048576UL));
+    }
+}
+BENCHMARK(BM_FormatWithInserts);
+
 }  // namespace
+

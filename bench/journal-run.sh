@@ -30,11 +30,17 @@ run journal
 run none
 python3 - "$out/journal.json" "$out/none.json" <<'PY'
 import json, sys
-print(f"{'Against':<28}{'tqmsg_report':>14}{'sd_journal_send':>17}{'Ratio':>8}  Goal <= 1.10")
-for label, path in zip(["live journald", "draining socket (sender)"], sys.argv[1:]):
-    medians = {b["run_name"]: b["real_time"] for b in json.load(open(path))["benchmarks"]
+# Wall time is what a service waits; CPU time is the sender's own work, the
+# steadier figure on a busy machine.
+print(f"{'Against':<26}{'Time':<6}{'tqmsg_report':>14}{'sd_journal_send':>17}{'Ratio':>7}  Goal <= 1.10")
+for label, path in zip(["live journald", "draining socket"], sys.argv[1:]):
+    medians = {b["run_name"]: b for b in json.load(open(path))["benchmarks"]
                if b.get("aggregate_name") == "median"}
-    report, send = medians["BM_TqmsgReport"], medians["BM_SdJournalSend"]
-    ratio = report / send
-    print(f"{label:<28}{report:>11.0f} ns{send:>14.0f} ns{ratio:>8.2f}  {'met' if ratio <= 1.10 else 'NOT met'}")
+    for clock, key in (("wall", "real_time"), ("CPU", "cpu_time")):
+        report = medians["BM_TqmsgReport"][key]
+        send = medians["BM_SdJournalSend"][key]
+        ratio = report / send
+        verdict = "met" if ratio <= 1.10 else "NOT met"
+        print(f"{label:<26}{clock:<6}{report:>11.0f} ns{send:>14.0f} ns{ratio:>7.2f}  {verdict}")
+    print(f"{'':<26}{'(formatting alone: ' + format(medians['BM_FormatWithInserts']['cpu_time'], '.0f') + ' ns CPU)'}")
 PY

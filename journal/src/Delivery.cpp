@@ -6,17 +6,34 @@
 #include <systemd/sd-journal.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <ctime>
 #include <mutex>
 
 namespace tqmsg_journal {
 namespace {
 
 // Where journald listens. libsystemd reports success when this socket is
-// missing (it drops the entry silently), so its absence is checked here.
+// missing (it drops the entry silently, errno restored), so its presence is
+// checked here: at most once a second, since a look at the file system costs
+// as much as a third of a send, and the socket comes and goes with the
+// system's journal, not from one event to the next.
 constexpr const char* JOURNAL_SOCKET = "/run/systemd/journal/socket";
 
+bool journalSocketExists() {
+    static std::atomic<long> checkedInSecond{-1};
+    static std::atomic<bool> exists{false};
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    if (checkedInSecond.load(std::memory_order_acquire) != now.tv_sec) {
+        exists.store(access(JOURNAL_SOCKET, F_OK) == 0, std::memory_order_relaxed);
+        checkedInSecond.store(now.tv_sec, std::memory_order_release);
+    }
+    return exists.load(std::memory_order_relaxed);
+}
+
 bool sentToJournal(EntryFields& fields) {
-    if (access(JOURNAL_SOCKET, F_OK) != 0) return false;
+    if (!journalSocketExists()) return false;
     const std::vector<iovec>& entry = fields.iovecs();
     return sd_journal_sendv(entry.data(), static_cast<int>(entry.size())) >= 0;
 }
