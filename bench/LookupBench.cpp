@@ -1,7 +1,8 @@
 // Lookup and format of random messages of the catalogue, German texts, with
 // the same three values for every message (a message uses 0 to 3 of them):
-// tqmsg's TQ_CompoundLangLookup, gettext's dgettext then snprintf, and a bare
-// snprintf of the text already in hand (the floor).
+// tqmsg's TQ_CompoundLangLookup and its C interface's tqmsg_format, gettext's
+// dgettext then snprintf, and a bare snprintf of the text already in hand (the
+// floor).
 #include <benchmark/benchmark.h>
 #include <libintl.h>
 
@@ -12,6 +13,7 @@
 
 #include "BenchData.h"
 #include "MessageModule.h"
+#include "tqmsg.h"
 
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 #pragma GCC diagnostic ignored "-Wformat-security"
@@ -57,22 +59,42 @@ std::vector<T> inRandomOrder(T (*pick)(const BenchMessage&)) {
     return values;
 }
 
-void BM_TqCompoundLangLookup(benchmark::State& state) {
-    loadCatalogueOnce();
+// The identifiers both tqmsg interfaces are called with.
+const std::vector<int>& randomIds() {
     static const std::vector<int> ids =
         inRandomOrder<int>([](const BenchMessage& message) { return message.id; });
+    return ids;
+}
+
+// Formats the catalogue's messages in the random order through `format`,
+// called as format(buffer, size, identifier) -> length, or -1 on failure.
+template <typename Format>
+void formatRandomMessages(benchmark::State& state, Format format) {
+    loadCatalogueOnce();
+    const std::vector<int>& ids = randomIds();
     char buffer[1024];
     size_t next = 0;
     for (auto _ : state) {
-        int id = ids[next++ & (ids.size() - 1)];
-        int length =
-            TQ_CompoundLangLookup(buffer, sizeof buffer, id, kGerman, kFirst, kSecond, kThird);
+        long length = format(buffer, sizeof buffer, ids[next++ & (ids.size() - 1)]);
         benchmark::DoNotOptimize(length);
         if (length < 0) {
             state.SkipWithError("lookup failed");
             break;
         }
     }
+}
+
+void BM_TqCompoundLangLookup(benchmark::State& state) {
+    formatRandomMessages(state, [](char* buffer, unsigned size, int id) {
+        return long{TQ_CompoundLangLookup(buffer, size, id, kGerman, kFirst, kSecond, kThird)};
+    });
+}
+
+// The same calls through the C interface.
+void BM_TqmsgFormat(benchmark::State& state) {
+    formatRandomMessages(state, [](char* buffer, size_t size, long id) {
+        return tqmsg_format(buffer, size, id, kGerman, kFirst, kSecond, kThird);
+    });
 }
 
 void BM_GettextThenSnprintf(benchmark::State& state) {
@@ -103,5 +125,6 @@ void BM_SnprintfFloor(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_TqCompoundLangLookup);
+BENCHMARK(BM_TqmsgFormat);
 BENCHMARK(BM_GettextThenSnprintf);
 BENCHMARK(BM_SnprintfFloor);

@@ -43,6 +43,10 @@ def main():
                  f"{fl:.0f} ns", f"{tq / gt:.2f} x gettext, {tq / fl:.2f} x floor",
                  "<= 0.5 x gettext, <= 4 x floor",
                  "yes" if tq <= 0.5 * gt and tq <= 4 * fl else "NO"))
+    tc = get("BM_TqmsgFormat", "cpu_time")
+    rows.append(("C interface: tqmsg_format, same calls", f"{tc:.0f} ns", "", "",
+                 f"{tc / tq:.3f} x TQ_CompoundLangLookup", "<= 1.05 x TQ_CompoundLangLookup",
+                 "yes" if tc <= 1.05 * tq else "NO"))
     mt = get("BM_MemoryTqmsgLoad", "resident_MB")
     mg = get("BM_MemoryGettextTouchAll", "resident_MB")
     rows.append(("Resident memory added (catalogue)", f"{mt:.1f} MB", f"{mg:.1f} MB", "",

@@ -1,8 +1,8 @@
 # Install rules: the library with its SONAME links, the headers under
-# include/tqmsg/, the tqmsg tool with its man page, a CMake package
-# (find_package(tqmsg) -> tqmsg::tqmsg, and tqmsg::tool for the tool) and a
-# pkg-config file. Both let existing code keep `#include "MessageModule.h"`.
-# Every installed path is relative to the prefix, so the same tree works from
+# include/tqmsg/ with the C interface's man page (tqmsg.3), the tqmsg tool
+# with its man page, a CMake package (find_package(tqmsg) -> tqmsg::tqmsg, and
+# tqmsg::tool for the tool) and a pkg-config file. Both let existing code keep
+# `#include "MessageModule.h"`. Every installed path is relative to the prefix, so the same tree works from
 # a temporary prefix and from the Debian packages.
 #
 # Each rule belongs to one of three components, which become the three Debian
@@ -45,7 +45,15 @@ if(TARGET tqmsg_tool)
     install(FILES ${TQMSG_MAN_PAGE_GZ} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
 endif()
 install(FILES include/MessageModuleMaps.h include/MessageTable.h include/MessageModule.h
+              include/tqmsg.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tqmsg COMPONENT development)
+# The C interface's manual page goes with its header. Built with the library,
+# so that building the library alone is enough to install it.
+tqmsg_gzip(${PROJECT_SOURCE_DIR}/doc/tqmsg.3 TQMSG_C_MAN_PAGE_GZ)
+add_custom_target(tqmsg_c_man_page DEPENDS ${TQMSG_C_MAN_PAGE_GZ})
+add_dependencies(tqmsg tqmsg_c_man_page)
+install(FILES ${TQMSG_C_MAN_PAGE_GZ} DESTINATION ${CMAKE_INSTALL_MANDIR}/man3
+        COMPONENT development)
 
 set(TQMSG_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/tqmsg)
 install(EXPORT tqmsgTargets NAMESPACE tqmsg:: DESTINATION ${TQMSG_CMAKE_DIR}

@@ -1,7 +1,8 @@
 # Debian packages, made by `cpack -G DEB` in a build tree: one package per
 # install component, named and laid out as Debian's own library packages are.
 #   libtqmsg1     the shared library (SONAME libtqmsg.so.1) only
-#   libtqmsg-dev  headers, the .so link, the CMake and pkg-config files
+#   libtqmsg-dev  headers (C++ and C), tqmsg.3, the .so link, the CMake and
+#                 pkg-config files
 #   tqmsg         the command-line tool and its man page
 # The runtime and development packages are Multi-Arch: same (the x86-64 and
 # i386 builds install side by side), the tool Multi-Arch: foreign (one tool

@@ -82,9 +82,11 @@ TQMSG_C_API long tqmsg_format_first(char* buf, size_t size, long message_id, con
 
 /* The Windows language identifier of a POSIX locale name: "de_DE.UTF-8" and
  * "de" give 0x407, "pt_BR" 0x416, "C" and "POSIX" English (0x409); the
- * codeset and "@modifier" are ignored. NULL asks for the process's locale from
- * LC_ALL, then LC_MESSAGES, then LANG (the first one set and not empty).
- * Returns -1 for an unknown or empty name. */
+ * codeset and "@modifier" are ignored, "pt-BR" is read as "pt_BR", and a
+ * region the table lacks gives its language ("de_LU": 0x407). NULL asks for
+ * the process's locale from LC_ALL, then LC_MESSAGES, then LANG (the first one
+ * set and not empty; "C" when none is). Returns -1 for an unknown or empty
+ * name. */
 TQMSG_C_API long tqmsg_language_from_locale(const char* locale);
 
 /* The POSIX code of a Windows language identifier ("de" for 0x407, "pt_BR"

@@ -12,7 +12,7 @@ if [ "$(id -u)" = 0 ]; then
 fi
 
 echo "== clang-format"
-files=$(git ls-files '*.cpp' '*.h' '*.cc' | grep -v '^examples/generated/' || true)
+files=$(git ls-files '*.cpp' '*.h' '*.cc' '*.c' | grep -v '^examples/generated/' || true)
 if [ -n "$files" ]; then
     clang-format --dry-run --Werror $files
 fi

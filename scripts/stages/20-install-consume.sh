@@ -10,6 +10,8 @@
 #     libtqmsg-dev installed side by side, the example built against them for
 #     each architecture in both ways and run, and everything this script
 #     installed removed again (with the i386 architecture, if it added it).
+# The C example (examples/c) is built as C in the same ways, wherever the C++
+# example is.
 # Building the i386 packages needs the i386 C++ libraries (libstdc++6:i386),
 # which dpkg-shlibdeps reads; as root the script installs them for the run.
 set -euo pipefail
@@ -38,19 +40,27 @@ i386_runner() {
 check_run() {
     local label=$1 runner=$2 program=$3 library=${4:-}
     $runner "$program" >"$tmp/actual.txt"
-    if ! diff -u "$expected" "$tmp/actual.txt"; then
-        echo "FAIL: the example built with $label printed something else" >&2
+    expect_output "the example built with $label" "$expected" "$tmp/actual.txt"
+    [ -z "$library" ] || expect_library "$label" "$runner" "$program" "$library"
+    echo "ok: example built with $label"
+}
+
+# expect_output WHAT EXPECTED ACTUAL: what WHAT printed (ACTUAL) is EXPECTED.
+expect_output() {
+    if ! diff -u "$2" "$3"; then
+        echo "FAIL: $1 printed something else" >&2
         exit 1
     fi
-    if [ -n "$library" ]; then
-        local loaded
-        loaded=$(LD_TRACE_LOADED_OBJECTS=1 $runner "$program" | awk '$1 == "libtqmsg.so.1" {print $3}')
-        if [ "$(realpath "$loaded")" != "$(realpath "$library")" ]; then
-            echo "FAIL: the example built with $label loads '$loaded', not $library" >&2
-            exit 1
-        fi
+}
+
+# expect_library LABEL RUNNER PROGRAM LIBRARY: PROGRAM loads that libtqmsg.
+expect_library() {
+    local label=$1 runner=$2 program=$3 library=$4 loaded
+    loaded=$(LD_TRACE_LOADED_OBJECTS=1 $runner "$program" | awk '$1 == "libtqmsg.so.1" {print $3}')
+    if [ "$(realpath "$loaded")" != "$(realpath "$library")" ]; then
+        echo "FAIL: $(basename "$program") built with $label loads '$loaded', not $library" >&2
+        exit 1
     fi
-    echo "ok: example built with $label"
 }
 
 # check_events LABEL RUNNER PROGRAM [FILE]: runs the second example, whose
@@ -148,10 +158,12 @@ check_packages() {
         diff -u - "$tmp/runtime.txt" || { echo "FAIL: unexpected contents of $runtime" >&2; exit 1; }
     expect_files "$dev" "$lib/libtqmsg.so" ./usr/include/tqmsg/MessageModule.h \
         ./usr/include/tqmsg/MessageTable.h ./usr/include/tqmsg/MessageModuleMaps.h \
+        ./usr/include/tqmsg/tqmsg.h ./usr/share/man/man3/tqmsg.3.gz \
         "$lib/cmake/tqmsg/tqmsgConfig.cmake" "$lib/cmake/tqmsg/tqmsgConfigVersion.cmake" \
         "$lib/cmake/tqmsg/TqmsgMessages.cmake" \
         "$lib/pkgconfig/tqmsg.pc" ./usr/share/doc/libtqmsg-dev/copyright
     expect_files "$tool" ./usr/bin/tqmsg ./usr/share/man/man1/tqmsg.1.gz ./usr/share/doc/tqmsg/copyright
+    expect_c_symbols "$runtime"
     expect_field "$runtime" Multi-Arch '^same$'
     expect_field "$dev" Multi-Arch '^same$'
     expect_field "$tool" Multi-Arch '^foreign$'
@@ -247,10 +259,75 @@ consume_packages() {
         "/usr/lib/$triplet/libtqmsg.so.1"
 }
 
+# ---- The C example (examples/c) -------------------------------------------
+# A C99 program over tqmsg.h alone, built with project(... C) through
+# find_package and through pkg-config, and run twice: in German (LANG) and,
+# for a locale whose language its file lacks, with the English fallback.
+
+# expect_c_symbols DEB: the symbols file of the library package lists every
+# function that tqmsg.h declares.
+expect_c_symbols() {
+    local deb=$1 name
+    dpkg-deb --ctrl-tarfile "$deb" | tar -xO ./symbols >"$tmp/symbols.txt"
+    for name in $(grep -o 'TQMSG_C_API [^(]*(' include/tqmsg.h | grep -o 'tqmsg_[a-z_]*'); do
+        grep -q "^ $name@Base " "$tmp/symbols.txt" ||
+            { echo "FAIL: $name is missing from the symbols file of $deb" >&2; exit 1; }
+    done
+}
+
+# check_c_run LABEL RUNNER PROGRAM [LIBRARY]: runs the C example in both
+# locales and compares its output; with LIBRARY, checks the library it loads.
+check_c_run() {
+    local label=$1 runner=$2 program=$3 library=${4:-}
+    {
+        env -u LC_ALL -u LC_MESSAGES LANG=de_DE.UTF-8 $runner "$program"
+        env -u LC_MESSAGES LC_ALL=fr_FR.UTF-8 $runner "$program"
+    } >"$tmp/c-actual.txt"
+    expect_output "the C example built with $label" "$root/examples/c/expected-output.txt" \
+        "$tmp/c-actual.txt"
+    [ -z "$library" ] || expect_library "$label" "$runner" "$program" "$library"
+    echo "ok: C example built with $label"
+}
+
+# build_c_example OUT FLAGS TOOL [CMAKE ARGS...]: the C example through
+# find_package into OUT/cmake and through pkg-config (searching
+# PKG_CONFIG_PATH or PKG_CONFIG_LIBDIR as the caller sets them) into OUT/pc.
+build_c_example() {
+    local out=$1 flags=$2 tool=$3
+    shift 3
+    cmake -S examples/c -B "$out/cmake" -DCMAKE_C_FLAGS="$flags" "$@" >/dev/null
+    cmake --build "$out/cmake" -j "$jobs" >/dev/null
+    make -s -C examples/c OUT="$out/pc" TQMSG="$tool" CFLAGS="-O2 $flags"
+}
+
+c_example_relocatable() {
+    echo "== the C example against the temporary prefix (x86-64)"
+    local prefix=$tmp/prefix
+    PKG_CONFIG_PATH=$(dirname "$(find "$prefix" -name tqmsg.pc)") \
+        build_c_example "$tmp/prefix-c" "" "$prefix/bin/tqmsg" -DCMAKE_PREFIX_PATH="$prefix"
+    check_c_run "find_package (temporary prefix)" "" "$tmp/prefix-c/cmake/service_status"
+    check_c_run "pkg-config (temporary prefix)" "" "$tmp/prefix-c/pc/service_status"
+}
+
+# c_example_installed ARCH TRIPLET FLAGS RUNNER: against the installed packages.
+c_example_installed() {
+    local arch=$1 triplet=$2 flags=$3 runner=$4 out=$tmp/installed-c-$1
+    echo "== the C example against the installed packages: $arch"
+    PKG_CONFIG_LIBDIR=/usr/lib/$triplet/pkgconfig:/usr/share/pkgconfig \
+        build_c_example "$out" "$flags" /usr/bin/tqmsg -DCMAKE_LIBRARY_ARCHITECTURE="$triplet" \
+        -DCMAKE_FIND_PACKAGE_NO_PACKAGE_REGISTRY=ON
+    check_c_run "find_package (installed, $arch)" "$runner" "$out/cmake/service_status" \
+        "/usr/lib/$triplet/libtqmsg.so.1"
+    check_c_run "pkg-config (installed, $arch)" "$runner" "$out/pc/service_status" \
+        "/usr/lib/$triplet/libtqmsg.so.1"
+}
+# ---- end of the C example ---------------------------------------------------
+
 trap 'restore_machine; rm -rf "$tmp"' EXIT
 : >"$tmp/added.txt"
 
 relocatable_install
+c_example_relocatable
 build_packages native
 check_packages native x86_64-linux-gnu
 
@@ -273,7 +350,9 @@ fi
 runner32=$(i386_runner)
 install_packages
 consume_packages amd64 x86_64-linux-gnu "" ""
+c_example_installed amd64 x86_64-linux-gnu "" ""
 consume_packages i386 i386-linux-gnu -m32 "$runner32"
+c_example_installed i386 i386-linux-gnu -m32 "$runner32"
 restore_machine
 if installed_packages | grep -E "$ours_re"; then
     echo "FAIL: packages left installed" >&2

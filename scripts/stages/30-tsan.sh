@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Builds the ThreadSanitizer variant and runs the concurrency stress test:
-# eight threads looking up and formatting at once must produce no report.
+# Builds the ThreadSanitizer variant and runs the concurrency stress tests:
+# eight threads looking up and formatting at once, through the C++ interface
+# and through the C interface, must produce no report.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 cmake --preset tsan >/dev/null
-cmake --build --preset tsan -j "$(nproc)" --target tqmsg_stress_tests
+cmake --build --preset tsan -j "$(nproc)" --target tqmsg_stress_tests tqmsg_capi_threads
 export TSAN_OPTIONS="halt_on_error=1 abort_on_error=1 second_deadlock_stack=1"
 # Debian's kernels randomise the address space more than older TSan runtimes
 # expect; run without randomisation when setarch allows it.
@@ -13,3 +14,4 @@ if setarch "$(uname -m)" -R true 2>/dev/null; then
     run=(setarch "$(uname -m)" -R)
 fi
 "${run[@]}" build/tsan/tests/tqmsg_stress_tests
+"${run[@]}" build/tsan/tests/tqmsg_capi_threads

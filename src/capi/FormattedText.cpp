@@ -33,10 +33,13 @@ void formatStoredMessage(long messageId, long languageId, const InsertSource& so
                       source.observer);
 }
 
-long deliverLikeSnprintf(const ResultText& text, char* buf, std::size_t size) {
+void checkBuffer(const char* buf, std::size_t size) {
     if (buf == nullptr && size != 0) {
         throw moduleFailure("The buffer is NULL but its size is %zu", size);
     }
+}
+
+long deliverLikeSnprintf(const ResultText& text, char* buf, std::size_t size) {
     if (text.size() > static_cast<std::size_t>(LONG_MAX)) {
         throw moduleFailure("The formatted text is too long: %zu bytes", text.size());
     }

@@ -42,17 +42,22 @@ private:
 void formatStoredMessage(long messageId, long languageId, const InsertSource& source,
                          ResultText& result);
 
+// Throws when `buf` is null but `size` is not 0.
+void checkBuffer(const char* buf, std::size_t size);
+
 // Copies `text` into `buf` as snprintf would (at most `size` - 1 bytes and a
-// NUL) and returns its whole length. Throws when `buf` is null but `size` is
-// not 0, or when the length does not fit the result type.
+// NUL) and returns its whole length. Throws when the length does not fit the
+// result type.
 long deliverLikeSnprintf(const ResultText& text, char* buf, std::size_t size);
 
-// The body of every snprintf-style function: `expand` appends the text to a
-// ResultText, which is then delivered into `buf`. On failure the result is
-// -1, the thread's last error says why and `buf` holds "" when it can.
+// The body of every snprintf-style function: once the buffer is checked,
+// `expand` appends the text to a ResultText, which is then delivered into
+// `buf`. On failure the result is -1, the thread's last error says why and
+// `buf` holds "" when it can.
 template <typename Expand>
 long formatIntoBuffer(char* buf, std::size_t size, Expand expand) noexcept {
     long length = atCBoundary(-1L, [&] {
+        checkBuffer(buf, size);
         ResultText text;
         expand(text);
         return deliverLikeSnprintf(text, buf, size);

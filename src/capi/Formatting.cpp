@@ -23,7 +23,7 @@ public:
         callback_(context_, number, text, length);
     }
 
-    // `observer`, or null when there is no callback.
+    // This observer, or null when there is no callback to tell.
     InsertObserver* orNull() { return callback_ != nullptr ? this : nullptr; }
 
 private:
@@ -66,7 +66,7 @@ long firstLanguageHolding(long messageId, const long* languages, size_t count) {
         }
     }
     throw moduleFailure("Message with msgId=0x%lx not found in any of %zu languages",
-                        static_cast<unsigned long>(static_cast<uint32_t>(messageId)), count);
+                        asUnsigned32(messageId), count);
 }
 
 // A malloc copy of `text`, NUL-terminated.

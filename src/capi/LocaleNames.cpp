@@ -62,7 +62,7 @@ const char* tqmsg_language_code(long language_id) {
         const char* code = codeOfLanguage(toInt32(language_id));
         if (code == nullptr) {
             throw moduleFailure("No code is known for the language 0x%lx",
-                                static_cast<unsigned long>(static_cast<uint32_t>(language_id)));
+                                asUnsigned32(language_id));
         }
         return code;
     });

@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstdint>
 
 #include "MessageModuleMaps.h"
 
@@ -23,6 +24,12 @@ struct FailureText {
 private:
     FailureText() = default;
 };
+
+// The 32-bit pattern of an identifier, for "0x%lx" in failure texts: the same
+// digits on i386 and x86-64.
+inline unsigned long asUnsigned32(long value) {
+    return static_cast<unsigned long>(static_cast<uint32_t>(value));
+}
 
 // The exceptions of the library, each with a text composed printf-style.
 // The parser's texts get their file-and-line prefix from MessageTable::wrapError.

@@ -1,17 +1,7 @@
 #include "module/StoredMessage.h"
 
-#include <cstdint>
-
 #include "MessageModule.h"
 #include "maps/FailureText.h"
-
-namespace {
-
-unsigned long asUnsigned32(long value) {
-    return static_cast<unsigned long>(static_cast<uint32_t>(value));
-}
-
-}  // namespace
 
 const FormattableMessage* findStoredMessage(long languageId, long messageId) {
     FormattableMessage* message = nullptr;

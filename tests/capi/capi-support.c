@@ -71,11 +71,17 @@ static int run_child(const struct scenario* s, const char* captured) {
     return failures == 0 ? 0 : 1;
 }
 
-static long file_size(const char* path) {
+/* Copies what `path` holds to the report; returns its size, -1 when unread. */
+static long show_file(const char* path) {
     FILE* file = fopen(path, "rb");
-    long size = -1;
+    char chunk[4096];
+    size_t n;
+    long size = 0;
     if (file == NULL) return -1;
-    if (fseek(file, 0, SEEK_END) == 0) size = ftell(file);
+    while ((n = fread(chunk, 1, sizeof chunk, file)) > 0) {
+        fwrite(chunk, 1, n, report);
+        size += (long)n;
+    }
     fclose(file);
     return size;
 }
@@ -92,9 +98,10 @@ static int run_fresh(const struct scenario* s) {
     if (child < 0) return 1;
     if (child == 0) _exit(run_child(s, captured));
     waitpid(child, &status, 0);
-    written = file_size(captured);
+    written = show_file(captured);
     remove(captured);
-    if (written != 0) fprintf(report, "%s: wrote %ld bytes on its output\n", s->name, written);
+    if (written != 0)
+        fprintf(report, "%s: wrote %ld bytes (above) on its output\n", s->name, written);
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         fprintf(report, "%s: failed (status %d)\n", s->name, status);
         return 1;
