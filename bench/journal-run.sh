@@ -20,7 +20,7 @@ mkdir -p "$out"
 run() {
     local mode=$1 sink=0
     [ "$mode" = none ] && sink=1
-    bash journal/tests/with-journal.sh "$mode" "$out/$mode" env TQMSG_BENCH_SINK=$sink \
+    TQMSG_JOURNAL_KEEP_ENTRIES=0 bash journal/tests/with-journal.sh "$mode" "$out/$mode" env TQMSG_BENCH_SINK=$sink \
         "$build/bench/tqmsg_journal_bench" --benchmark_repetitions="$repetitions" \
         --benchmark_report_aggregates_only=true --benchmark_format=json \
         --benchmark_out="$out/$mode.json" --benchmark_out_format=json >/dev/null

@@ -5,7 +5,8 @@
 #   with-journal.sh journal OUTDIR PROGRAM ARGS...
 #       a tmpfs on /run, systemd-journald started on it; PROGRAM runs once the
 #       journal socket exists; the entries it left are written to
-#       OUTDIR/entries.json (journalctl -o json, one object a line).
+#       OUTDIR/entries.json (journalctl -o json, one object a line), unless
+#       TQMSG_JOURNAL_KEEP_ENTRIES=0 (a benchmark's million entries).
 #   with-journal.sh syslog OUTDIR PROGRAM ARGS...
 #       a tmpfs on /run with no journal socket and a tmpfs on /dev holding the
 #       few device nodes programs need and a test /dev/log receiver; what it
@@ -91,7 +92,10 @@ inside_journal() {
     local status=0
     "$@" || status=$?
     journalctl --sync 2>/dev/null || sleep 1
-    journalctl -D /run/log/journal -o json --no-pager >"$outdir/entries.json" 2>"$outdir/journalctl.err" || true
+    if [ "${TQMSG_JOURNAL_KEEP_ENTRIES:-1}" != 0 ]; then
+        journalctl -D /run/log/journal -o json --no-pager >"$outdir/entries.json" \
+            2>"$outdir/journalctl.err" || true
+    fi
     stop "$journald_pid"
     return "$status"
 }
