@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <syslog.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -51,7 +52,8 @@ TEST(JournalOpen, RefusesMalformedBasesAndKeepsTheEarlierSettings) {
 TEST(EventFields, PriorityAndIdentifiersFollowTheIdentifier) {
     ASSERT_EQ(tqmsg_journal_open("svc", "0123456789ABCDEF0123456789abcdef"), 0);
     struct Row {
-        long messageId, languageId;
+        long long messageId;  // as written; taken as its 32-bit signed value
+        long languageId;
         int priority;
         const char *messageIdField, *idField, *languageField;
     } rows[] = {
@@ -64,9 +66,10 @@ TEST(EventFields, PriorityAndIdentifiersFollowTheIdentifier) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.idField);
-        EXPECT_EQ(severityPriority(row.messageId), row.priority);
+        long messageId = static_cast<std::int32_t>(row.messageId);
+        EXPECT_EQ(severityPriority(messageId), row.priority);
         EntryFields fields;
-        addEventFields(fields, currentSettings(), severityPriority(row.messageId), row.messageId,
+        addEventFields(fields, currentSettings(), severityPriority(messageId), messageId,
                        row.languageId);
         auto found = fieldMap(fields);
         EXPECT_EQ(found["PRIORITY"], std::to_string(row.priority));
