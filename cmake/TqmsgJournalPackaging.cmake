@@ -4,15 +4,7 @@
 set(TQMSG_JOURNAL_PACKAGE libtqmsg-journal1)
 set(TQMSG_JOURNAL_DEV_PACKAGE libtqmsg-journal-dev)
 
-set(_tqmsg_journal_doc_packages journal ${TQMSG_JOURNAL_PACKAGE}
-                                 journaldev ${TQMSG_JOURNAL_DEV_PACKAGE})
-while(_tqmsg_journal_doc_packages)
-    list(POP_FRONT _tqmsg_journal_doc_packages _component _package)
-    install(FILES ${_tqmsg_packaging_dir}/copyright ${TQMSG_CHANGELOG_GZ}
-            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${_package}
-            COMPONENT ${_component} EXCLUDE_FROM_ALL)
-    list(APPEND CPACK_COMPONENTS_ALL ${_component})
-endwhile()
+tqmsg_package_components(journal ${TQMSG_JOURNAL_PACKAGE} journaldev ${TQMSG_JOURNAL_DEV_PACKAGE})
 
 set(CPACK_COMPONENT_JOURNAL_DEPENDS runtime)
 # The tool's catalog command asks the journal library for message IDs.
