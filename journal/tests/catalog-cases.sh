@@ -80,6 +80,43 @@ EXPECTED
         fail "the default entry of $disk_low is not shown in Dutch"
 }
 
+# The text as the formatter reads it: formatted inserts become their field
+# reference whole (padding, hexadecimal, a character), an insert used twice
+# twice, escapes resolved; without English the first declared language is
+# the default entry.
+case_text_rendering() {
+    cat >"$root/formats.mc" <<'MC'
+LanguageNames=(German=0x407:MSG00407)
+LanguageNames=(Dutch=0x413:MSG00413)
+MessageId=0x1
+Severity=Warning
+SymbolicName=MSG_FORMATS
+Language=German
+[%1!-10s!|%2!08X!|%3!c!] 100%% %1%nnext %0
+.
+Language=Dutch
+%2 before %1
+.
+MC
+    "$tool" catalog "$root/formats.mc" --base "$base" -o "$root/formats.catalog"
+    diff -u - <(grep -v '^#' "$root/formats.catalog") <<'EXPECTED' || fail "catalogue text differs"
+
+-- 0123456789abcdef0123456780000001
+Subject: [@TQMSG_INSERT_1@|@TQMSG_INSERT_2@|@TQMSG_INSERT_3@] 100% @TQMSG_INSERT_1@
+Defined-By: formats
+
+[@TQMSG_INSERT_1@|@TQMSG_INSERT_2@|@TQMSG_INSERT_3@] 100% @TQMSG_INSERT_1@
+next 
+
+-- 0123456789abcdef0123456780000001 nl
+Subject: @TQMSG_INSERT_2@ before @TQMSG_INSERT_1@
+Defined-By: formats
+
+@TQMSG_INSERT_2@ before @TQMSG_INSERT_1@
+
+EXPECTED
+}
+
 # tqmsg_add_messages(... CATALOG <base>) writes the catalogue at build time
 # and installs it where journalctl looks for catalogues.
 case_cmake_option() {
