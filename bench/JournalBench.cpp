@@ -91,11 +91,10 @@ void BM_FormatWithInserts(benchmark::State& state) {
     setUp();
     char text[1024];
     for (auto _ : state) {
-        benchmark::DoNotOptimize(tqmsg_format(text, sizeof text, MSG_DISK_FULL, ENGLISH, "/srv",
-                                              1048576UL));
+        benchmark::DoNotOptimize(
+            tqmsg_format(text, sizeof text, MSG_DISK_FULL, ENGLISH, "/srv", 1048576UL));
     }
 }
 BENCHMARK(BM_FormatWithInserts);
 
 }  // namespace
-
