@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cctype>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <deque>
 #include <mutex>
@@ -25,6 +26,12 @@ std::atomic<const Settings*> published{nullptr};
 std::deque<Settings>& allSettings() {
     static std::deque<Settings> settings;
     return settings;
+}
+
+// Fails a call of this file's C functions with `reason`; allocates nothing.
+int refuse(const char* reason) {
+    tqmsg_set_last_error(reason);
+    return -1;
 }
 
 }  // namespace
@@ -48,15 +55,6 @@ void composeMessageId(const char* base, long messageId, char out[33]) {
     out[BASE_DIGITS] = '\0';
 }
 
-namespace {
-
-int refuse(const std::string& reason) {
-    tqmsg_set_last_error(reason.c_str());
-    return -1;
-}
-
-}  // namespace
-
 const Settings* currentSettings() { return published.load(std::memory_order_acquire); }
 
 }  // namespace tqmsg_journal
@@ -67,9 +65,12 @@ extern "C" int tqmsg_journal_open(const char* identifier, const char* message_id
         return refuse("tqmsg_journal_open: the identifier is empty");
     }
     if (!isMessageIdBase(message_id_base)) {
-        return refuse(std::string("tqmsg_journal_open: the message ID base \"") +
-                      (message_id_base ? message_id_base : "(null)") +
-                      "\" is not 32 hexadecimal digits");
+        char reason[160];  // the words and at most 64 bytes of the base
+        std::snprintf(reason, sizeof reason,
+                      "tqmsg_journal_open: the message ID base \"%.64s\" is not 32 hexadecimal "
+                      "digits",
+                      message_id_base != nullptr ? message_id_base : "(null)");
+        return refuse(reason);
     }
     try {
         static std::mutex publishing;
