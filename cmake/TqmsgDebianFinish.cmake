@@ -4,11 +4,13 @@
 #   - the Multi-Arch field, from CPACK_TQMSG_MULTI_ARCH (package=value ...);
 #   - binaries stripped as Debian's own packages are (also of the .comment and
 #     .note sections, which CPack's plain strip keeps), with new md5sums;
-#   - for the library package CPACK_TQMSG_LIBRARY_PACKAGE, an ldconfig trigger
+#   - for the library packages CPACK_TQMSG_LIBRARY_PACKAGE and
+#     CPACK_TQMSG_JOURNAL_LIBRARY_PACKAGE, an ldconfig trigger
 #     in place of the postinst and postrm scripts that run ldconfig (Debian's
 #     way since dpkg has triggers), and the symbols file made by
 #     dpkg-gensymbols, which gives each exported symbol its first version
-#     and names the development package, CPACK_TQMSG_DEV_PACKAGE.
+#     and names the development package (CPACK_TQMSG_DEV_PACKAGE,
+#     CPACK_TQMSG_JOURNAL_DEV_PACKAGE).
 # A package whose dependencies point at the build machine's multilib
 # libraries is refused (see tqmsg_check_depends).
 
@@ -71,7 +73,7 @@ function(tqmsg_strip root)
     file(WRITE ${root}/DEBIAN/md5sums "${_sums}")
 endfunction()
 
-function(tqmsg_finish_library root package version arch)
+function(tqmsg_finish_library root package version arch dev_package)
     file(REMOVE ${root}/DEBIAN/postinst ${root}/DEBIAN/postrm)
     file(WRITE ${root}/DEBIAN/triggers "activate-noawait ldconfig\n")
     file(GLOB_RECURSE _libraries ${root}/*.so.*)
@@ -90,7 +92,7 @@ function(tqmsg_finish_library root package version arch)
     string(SUBSTRING "${_symbols}" 0 ${_end} _header)
     string(SUBSTRING "${_symbols}" ${_end} -1 _entries)
     file(WRITE ${root}/DEBIAN/symbols
-         "${_header}* Build-Depends-Package: ${CPACK_TQMSG_DEV_PACKAGE}\n${_entries}")
+         "${_header}* Build-Depends-Package: ${dev_package}\n${_entries}")
 endfunction()
 
 foreach(_deb IN LISTS CPACK_PACKAGE_FILES)
@@ -111,7 +113,10 @@ foreach(_deb IN LISTS CPACK_PACKAGE_FILES)
     tqmsg_add_multi_arch(${_root} ${_package})
     tqmsg_strip(${_root})
     if(_package STREQUAL CPACK_TQMSG_LIBRARY_PACKAGE)
-        tqmsg_finish_library(${_root} ${_package} ${_version} ${_arch})
+        tqmsg_finish_library(${_root} ${_package} ${_version} ${_arch} ${CPACK_TQMSG_DEV_PACKAGE})
+    elseif(_package STREQUAL CPACK_TQMSG_JOURNAL_LIBRARY_PACKAGE)
+        tqmsg_finish_library(${_root} ${_package} ${_version} ${_arch}
+                             ${CPACK_TQMSG_JOURNAL_DEV_PACKAGE})
     endif()
     tqmsg_run(dpkg-deb --root-owner-group -Zxz --build ${_root} ${_deb})
     file(REMOVE_RECURSE ${_root})

@@ -75,4 +75,8 @@ configure_file(cmake/tqmsg.pc.in ${CMAKE_CURRENT_BINARY_DIR}/tqmsg.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tqmsg.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)
 
+if(TARGET tqmsg_journal)
+    include(TqmsgJournalInstall)
+endif()
+
 include(TqmsgPackaging)

@@ -7,7 +7,8 @@
 #                      [LANGUAGE <NAME>=<ID>...]    language identifiers to use
 #                      [DESTINATION <dir>]          default: <datadir>/<target>
 #                      [CHECK [STRICT]]             check the translations at build time
-#                      [FUNCTIONS])                 typed format_<NAME> functions in the header
+#                      [FUNCTIONS]                  typed format_<NAME> functions in the header
+#                      [CATALOG <base>])            journal catalogue, message ID base
 #
 # For each file, `tqmsg port` runs at build time (again whenever the file or
 # the tool changes) and writes <name>.mc and its header <name>.h into a
@@ -24,6 +25,11 @@
 # format_<NAME>(buf, size, language_id, inserts...) over the C interface
 # whose parameters have the types of the message's inserts, so that a call
 # with wrong arguments does not compile.
+#
+# With CATALOG, `tqmsg catalog` also writes <target>.catalog from the converted
+# files: the systemd journal catalogue that explains the events libtqmsg-journal
+# logs with that 128-bit message ID base (32 hexadecimal digits), installed
+# into lib/systemd/catalog/ where `journalctl --update-catalog` finds it.
 #
 # The tool is the tqmsg_tool target when tqmsg is built in the same project,
 # otherwise tqmsg::tool from find_package(tqmsg). TQMSG_TOOL_EMULATOR, when
@@ -72,8 +78,31 @@ function(_tqmsg_messages_check target tool tool_depends dir strict outputs_var)
     set(${outputs_var} ${${outputs_var}} ${_stamp} PARENT_SCOPE)
 endfunction()
 
+# Adds to `target` the build and installation of its journal catalogue, made
+# from the converted message files given after `dir`.
+function(_tqmsg_messages_catalog target dir base)
+    if(NOT base MATCHES "^[0-9a-fA-F]+$")
+        message(FATAL_ERROR "tqmsg_add_messages(${target}): CATALOG expects the message ID "
+                            "base, 32 hexadecimal digits, got: ${base}")
+    endif()
+    string(LENGTH "${base}" _digits)
+    if(NOT _digits EQUAL 32)
+        message(FATAL_ERROR "tqmsg_add_messages(${target}): CATALOG expects the message ID "
+                            "base, 32 hexadecimal digits, got: ${base}")
+    endif()
+    _tqmsg_messages_tool(_tool _tool_depends)
+    set(_catalog ${dir}/${target}.catalog)
+    add_custom_command(OUTPUT ${_catalog}
+        COMMAND ${_tool} catalog ${ARGN} --base ${base} --defined-by ${target} -o ${_catalog}
+        DEPENDS ${ARGN} ${_tool_depends}
+        COMMENT "Writing the journal catalogue of ${target}"
+        VERBATIM)
+    target_sources(${target} PRIVATE ${_catalog})
+    install(FILES ${_catalog} DESTINATION lib/systemd/catalog)
+endfunction()
+
 function(tqmsg_add_messages target)
-    cmake_parse_arguments(PARSE_ARGV 1 _arg "CHECK;STRICT;FUNCTIONS" "CODE_PAGE;DESTINATION"
+    cmake_parse_arguments(PARSE_ARGV 1 _arg "CHECK;STRICT;FUNCTIONS" "CODE_PAGE;DESTINATION;CATALOG"
                           "LANGUAGE")
     set(_sources ${_arg_UNPARSED_ARGUMENTS})
     if(NOT TARGET ${target})
@@ -133,6 +162,10 @@ function(tqmsg_add_messages target)
                               _outputs)
     endif()
     target_sources(${target} PRIVATE ${_outputs})
+    if(_arg_CATALOG)
+        list(FILTER _outputs INCLUDE REGEX "\\.mc$")
+        _tqmsg_messages_catalog(${target} ${_dir} ${_arg_CATALOG} ${_outputs})
+    endif()
     target_include_directories(${target} PRIVATE ${_dir})
     set_target_properties(${target} PROPERTIES TQMSG_MESSAGES_DIR ${_dir})
 endfunction()

@@ -32,13 +32,20 @@ set(_tqmsg_doc_packages runtime ${TQMSG_RUNTIME_PACKAGE} development ${TQMSG_DEV
 if(TARGET tqmsg_tool)
     list(APPEND _tqmsg_doc_packages tool ${TQMSG_TOOL_PACKAGE})
 endif()
-while(_tqmsg_doc_packages)
-    list(POP_FRONT _tqmsg_doc_packages _component _package)
-    install(FILES ${_tqmsg_packaging_dir}/copyright ${TQMSG_CHANGELOG_GZ}
-            DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${_package}
-            COMPONENT ${_component} EXCLUDE_FROM_ALL)
-    list(APPEND CPACK_COMPONENTS_ALL ${_component})
-endwhile()
+# Installs the copyright and changelog of each package into the component
+# that becomes it, and packages the component: arguments in pairs,
+# <component> <package>.
+macro(tqmsg_package_components)
+    set(_tqmsg_pairs ${ARGN})
+    while(_tqmsg_pairs)
+        list(POP_FRONT _tqmsg_pairs _component _package)
+        install(FILES ${_tqmsg_packaging_dir}/copyright ${TQMSG_CHANGELOG_GZ}
+                DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${_package}
+                COMPONENT ${_component} EXCLUDE_FROM_ALL)
+        list(APPEND CPACK_COMPONENTS_ALL ${_component})
+    endwhile()
+endmacro()
+tqmsg_package_components(${_tqmsg_doc_packages})
 
 set(CPACK_PACKAGE_NAME tqmsg)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -105,6 +112,9 @@ set(CPACK_TQMSG_MULTI_ARCH ${TQMSG_RUNTIME_PACKAGE}=same ${TQMSG_DEV_PACKAGE}=sa
                            ${TQMSG_TOOL_PACKAGE}=foreign)
 set(CPACK_TQMSG_LIBRARY_PACKAGE ${TQMSG_RUNTIME_PACKAGE})
 set(CPACK_TQMSG_DEV_PACKAGE ${TQMSG_DEV_PACKAGE})
+if(TARGET tqmsg_journal)
+    include(TqmsgJournalPackaging)
+endif()
 set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/TqmsgDebianFinish.cmake)
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/TqmsgCPackProject.cmake)
 

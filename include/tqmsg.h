@@ -112,6 +112,11 @@ TQMSG_C_API long tqmsg_format_array_inserts(char* buf, size_t size, long message
                                             long language_id, const uintptr_t* args, size_t count,
                                             tqmsg_insert_fn on_insert, void* context);
 
+/* For libraries built on this interface (libtqmsg-journal): makes `text`
+ * (copied; NULL as "") the calling thread's last-error text, so that their
+ * own failures read like this header's. */
+TQMSG_C_API void tqmsg_set_last_error(const char* text);
+
 #ifdef __cplusplus
 }
 #endif

@@ -8,7 +8,7 @@ update_indexes() {
 }
 packages=(build-essential cmake g++-multilib qemu-user libgtest-dev libbenchmark-dev
           libcli11-dev clang libclang-rt-14-dev valgrind gettext clang-format pkg-config
-          python3 file locales lintian
+          python3 file locales lintian systemd libsystemd-dev
           "libgettextpo-dev:$(dpkg --print-architecture)")
 missing=()
 for p in "${packages[@]}"; do
@@ -20,12 +20,17 @@ if ((${#missing[@]})); then
     update_indexes
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
-# The i386 build of the tool links Debian's i386 libgettextpo (Multi-Arch: same,
-# installed beside the native one); that needs the i386 architecture enabled.
-if [ "$(dpkg --print-architecture)" = amd64 ] && ! dpkg -s libgettextpo-dev:i386 >/dev/null 2>&1; then
-    echo "installing: libgettextpo-dev:i386"
+# The i386 build of the tool links Debian's i386 libgettextpo, and that of
+# libtqmsg-journal Debian's i386 libsystemd (Multi-Arch: same, installed beside
+# the native ones); that needs the i386 architecture enabled.
+i386_missing=()
+for p in libgettextpo-dev:i386 libsystemd-dev:i386; do
+    dpkg -s "$p" >/dev/null 2>&1 || i386_missing+=("$p")
+done
+if [ "$(dpkg --print-architecture)" = amd64 ] && ((${#i386_missing[@]})); then
+    echo "installing: ${i386_missing[*]}"
     export DEBIAN_FRONTEND=noninteractive
     dpkg --print-foreign-architectures | grep -qx i386 || dpkg --add-architecture i386
     update_indexes
-    apt-get install -y -qq --no-install-recommends libgettextpo-dev:i386 >/dev/null
+    apt-get install -y -qq --no-install-recommends "${i386_missing[@]}" >/dev/null
 fi

@@ -18,5 +18,6 @@ CommandRun addDumpCommand(CLI::App& app);
 CommandRun addHeaderCommand(CLI::App& app);
 CommandRun addPortCommand(CLI::App& app);
 CommandRun addPoCommand(CLI::App& app);
+CommandRun addCatalogCommand(CLI::App& app);
 
 #endif  // TQMSG_TOOL_COMMANDS_H

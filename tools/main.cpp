@@ -44,6 +44,10 @@ int runCommand(int argc, char** argv) {
     CommandRun po = addPoCommand(app);
     commands[app.get_subcommand("po")] = po;
 #endif
+#ifdef TQMSG_WITH_JOURNAL  // built where libsystemd exists for the target architecture
+    CommandRun catalog = addCatalogCommand(app);
+    commands[app.get_subcommand("catalog")] = catalog;
+#endif
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& e) {

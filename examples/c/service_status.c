@@ -1,16 +1,46 @@
 /* A small service written in C: it loads its message file at start, takes the
  * language of its messages from the locale (LC_ALL, LC_MESSAGES, LANG) with
  * English as the fallback, and formats its status messages through tqmsg.h.
+ * Built with libtqmsg-journal (TQMSG_EXAMPLE_JOURNAL), it also reports its
+ * events to the systemd journal, as its Windows original did with
+ * ReportEvent.
  * The MSG_ identifiers come from messages.h, which `tqmsg header` generates
  * from the same message file at build time. */
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 #include "messages.h"
 #include "tqmsg.h"
 
 #define ENGLISH 0x409L
+
+#ifdef TQMSG_EXAMPLE_JOURNAL
+#include <syslog.h>
+
+#include "tqmsg-journal.h"
+
+/* The service's message ID base, made once with `journalctl --new-id128`:
+ * the MESSAGE_ID of each event, and the journal catalogue that
+ * `tqmsg catalog --base` writes, derive from it. */
+#define MESSAGE_ID_BASE "3f6a0c1e9b2d4e57a8c1d2e3f4a5b6c7"
+
+/* The events of a run, in English: journalctl -x shows each in the reader's
+ * language from the catalogue. A failure is reported, the run goes on. Only
+ * with SERVICE_STATUS_JOURNAL=1 in the environment, so that the example's
+ * test runs leave the machine's journal alone. */
+static void report_events(void) {
+    const char* wanted = getenv("SERVICE_STATUS_JOURNAL");
+    if (wanted == NULL || strcmp(wanted, "1") != 0) return;
+    if (tqmsg_journal_open("service_status", MESSAGE_ID_BASE) != 0 ||
+        tqmsg_report(MSG_SERVICE_STARTED, ENGLISH, "1.1") != 0 ||
+        tqmsg_report(MSG_JOB_LATE, ENGLISH, "nightly", 12) != 0 ||
+        tqmsg_report(MSG_DISK_FULL, ENGLISH, "/srv", 1048576UL, 4096UL) != 0 ||
+        tqmsg_report_strings(LOG_NOTICE, MSG_SERVICE_STOPPING, ENGLISH, NULL, 0) != 0)
+        fprintf(stderr, "service_status: %s\n", tqmsg_last_error());
+}
+#endif
 
 /* The user's language, then English; `languages` receives them and the
  * count is returned. */
@@ -57,6 +87,9 @@ int main(int argc, char** argv) {
         fprintf(stderr, "service_status: %s\n", tqmsg_last_error());
         return 1;
     }
+#ifdef TQMSG_EXAMPLE_JOURNAL
+    report_events();
+#endif
     count = choose_languages(languages);
     printf("language: %s\n", tqmsg_language_code(languages[0]));
 

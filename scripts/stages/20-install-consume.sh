@@ -11,7 +11,9 @@
 #     each architecture in both ways and run, and everything this script
 #     installed removed again (with the i386 architecture, if it added it).
 # The C example (examples/c) is built as C in the same ways, wherever the C++
-# example is.
+# example is. The libtqmsg-journal packages are built, checked and installed
+# beside the others, and the C example, built against them, reports its events
+# to a live journald in a private mount namespace (amd64, as root).
 # Building the i386 packages needs the i386 C++ libraries (libstdc++6:i386),
 # which dpkg-shlibdeps reads; as root the script installs them for the run.
 set -euo pipefail
@@ -20,8 +22,8 @@ root=$PWD
 tmp=$(mktemp -d)
 expected=$root/examples/expected-output.txt
 jobs=$(nproc)
-ours=(libtqmsg1 libtqmsg-dev tqmsg)
-ours_re='^(libtqmsg1|libtqmsg-dev|tqmsg):'
+ours=(libtqmsg1 libtqmsg-dev tqmsg libtqmsg-journal1 libtqmsg-journal-dev)
+ours_re='^(libtqmsg1|libtqmsg-dev|tqmsg|libtqmsg-journal1|libtqmsg-journal-dev):'
 
 # Prints the command that runs i386 programs here: nothing when the kernel
 # runs them, qemu-i386 when it refuses them or when TQMSG_FORCE_QEMU_I386=1
@@ -254,7 +256,7 @@ install_packages() {
     fi
     echo "== installing the amd64 packages and the i386 libtqmsg1 and libtqmsg-dev side by side"
     apt_install "$tmp"/deb/native/*.deb "$tmp"/deb/i386/libtqmsg1_*.deb \
-        "$tmp"/deb/i386/libtqmsg-dev_*.deb
+        "$tmp"/deb/i386/libtqmsg-dev_*.deb "$tmp"/deb/i386/libtqmsg-journal*.deb
     dpkg -l "${ours[@]}" | grep '^ii'
 }
 
@@ -339,6 +341,60 @@ c_example_installed() {
 }
 # ---- end of the C example ---------------------------------------------------
 
+# ---- libtqmsg-journal ---------------------------------------------------------
+# Its two packages beside libtqmsg's, and the C example reporting its events
+# to a live journald (in a private mount namespace, as the journal tests do).
+
+# check_journal_packages PRESET TRIPLET: contents, fields, symbols, lintian.
+check_journal_packages() {
+    local dir=$tmp/deb/$1 lib=./usr/lib/$2 runtime dev name
+    runtime=$(ls "$dir"/libtqmsg-journal1_*.deb) dev=$(ls "$dir"/libtqmsg-journal-dev_*.deb)
+    dpkg-deb -c "$runtime" | awk '$1 !~ /^d/ {print $6}' | sort >"$tmp/journal-runtime.txt"
+    printf '%s\n' "$lib/libtqmsg-journal.so.1" "$lib/libtqmsg-journal.so.$version" \
+        ./usr/share/doc/libtqmsg-journal1/changelog.gz ./usr/share/doc/libtqmsg-journal1/copyright |
+        sort | diff -u - "$tmp/journal-runtime.txt" ||
+        { echo "FAIL: unexpected contents of $runtime" >&2; exit 1; }
+    expect_files "$dev" "$lib/libtqmsg-journal.so" ./usr/include/tqmsg/tqmsg-journal.h \
+        "$lib/cmake/tqmsg/tqmsgJournalTargets.cmake" "$lib/pkgconfig/tqmsg-journal.pc" \
+        ./usr/share/man/man3/tqmsg-journal.3.gz ./usr/share/doc/libtqmsg-journal-dev/copyright
+    expect_field "$runtime" Multi-Arch '^same$'
+    expect_field "$dev" Multi-Arch '^same$'
+    expect_field "$runtime" Depends 'libtqmsg1 \(= [0-9.]+\).*libsystemd0'
+    expect_field "$dev" Depends 'libtqmsg-journal1 \(= [0-9.]+\)'
+    dpkg-deb --ctrl-tarfile "$runtime" | tar -xO ./symbols >"$tmp/journal-symbols.txt"
+    for name in $(grep -o 'TQMSG_JOURNAL_API [^(]*(' journal/include/tqmsg-journal.h |
+                      grep -o 'tqmsg_[a-z_]*'); do
+        grep -q "^ $name@Base " "$tmp/journal-symbols.txt" ||
+            { echo "FAIL: $name is missing from the symbols file of $runtime" >&2; exit 1; }
+    done
+    local status=0
+    lintian --fail-on error "$runtime" "$dev" >"$tmp/lintian.txt" 2>&1 || status=$?
+    grep -v 'root privileges' "$tmp/lintian.txt" || true
+    [ "$status" = 0 ] || { echo "FAIL: lintian reports errors for the $1 journal packages" >&2; exit 1; }
+    echo "ok: libtqmsg-journal packages of $1: contents, fields, symbols, lintian"
+}
+
+# journal_example_events PROGRAM: the C example, built against the installed
+# libtqmsg-journal, run beside a live journald: its four events arrive with
+# their MESSAGE_IDs.
+journal_example_events() {
+    local program=$1 out=$tmp/journal-example
+    SERVICE_STATUS_JOURNAL=1 bash journal/tests/with-journal.sh journal "$out" "$program" >/dev/null
+    python3 - "$out/entries.json" <<'PY' || { echo "FAIL: the C example's events" >&2; exit 1; }
+import json, sys
+entries = [json.loads(line) for line in open(sys.argv[1])]
+events = [(e["PRIORITY"], e["MESSAGE_ID"], e["TQMSG_SYMBOL"]) for e in entries
+          if e.get("SYSLOG_IDENTIFIER") == "service_status"]
+base = "3f6a0c1e9b2d4e57a8c1d2e3"
+expected = [("6", base + "41000001", "MSG_SERVICE_STARTED"), ("4", base + "81000003", "MSG_JOB_LATE"),
+            ("3", base + "c1010010", "MSG_DISK_FULL"), ("5", base + "41000002", "MSG_SERVICE_STOPPING")]
+if events != expected:
+    sys.exit(f"events {events}, expected {expected}")
+PY
+    echo "ok: the C example reports its events to a live journal"
+}
+# ---- end of libtqmsg-journal ----------------------------------------------------
+
 trap 'restore_machine; rm -rf "$tmp"' EXIT
 : >"$tmp/added.txt"
 
@@ -346,6 +402,7 @@ relocatable_install
 c_example_relocatable
 build_packages native
 check_packages native x86_64-linux-gnu
+check_journal_packages native x86_64-linux-gnu
 
 if [ "$(id -u)" = 0 ]; then
     enable_i386
@@ -358,6 +415,7 @@ elif ! dpkg-query -W -f '${db:Status-Status}' libstdc++6:i386 2>/dev/null | grep
 fi
 build_packages i386
 check_packages i386 i386-linux-gnu
+check_journal_packages i386 i386-linux-gnu
 
 if [ "$(id -u)" != 0 ]; then
     echo "SKIPPED: installing the packages needs root"
@@ -367,6 +425,7 @@ runner32=$(i386_runner)
 install_packages
 consume_packages amd64 x86_64-linux-gnu "" ""
 c_example_installed amd64 x86_64-linux-gnu "" ""
+journal_example_events "$tmp/installed-c-amd64/cmake/service_status"
 consume_packages i386 i386-linux-gnu -m32 "$runner32"
 c_example_installed i386 i386-linux-gnu -m32 "$runner32"
 restore_machine

@@ -59,4 +59,6 @@ int tqmsg_load(const char* path) {
 
 const char* tqmsg_last_error(void) { return lastError(); }
 
+void tqmsg_set_last_error(const char* text) { setLastError(text != nullptr ? text : ""); }
+
 }  // extern "C"
