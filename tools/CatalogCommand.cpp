@@ -8,16 +8,15 @@
 //   <the whole text>
 // The default language (English, else the first file's first language) has
 // no locale; the others their POSIX code from the C interface's table.
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "Catalogue.h"
-#include "CheckedOutput.h"
 #include "Commands.h"
 #include "Diagnostics.h"
 #include "JournalCatalogueText.h"
+#include "OutputFiles.h"
 #include "tqmsg-journal.h"
 
 namespace {
@@ -27,7 +26,7 @@ constexpr long ENGLISH = 0x409;
 struct CatalogOptions {
     std::vector<std::string> files;
     std::string base;
-    std::string output;
+    std::string output = "-";
     std::string definedBy;
 };
 
@@ -77,20 +76,11 @@ std::string catalogueEntry(const CatalogOptions& options, const StoredText& stor
            "\nDefined-By: " + options.definedBy + "\n\n" + text + "\n\n";
 }
 
-// Writes the catalogue to the output file, or standard output without one.
-int writeCatalogue(const CatalogOptions& options, const std::string& catalogue) {
-    if (options.output.empty()) {
-        std::cout << catalogue;
-        return 0;
-    }
-    std::string failure = writeWholeFile(options.output, catalogue);
-    if (failure.empty()) return 0;
-    printError("cannot write " + options.output + ": " + failure);
-    return 1;
-}
-
 int generate(CatalogOptions& options) {
     journalMessageId(options.base, 0);  // refuses a malformed base before any loading
+    OutputFiles outputs;
+    for (const std::string& file : options.files) outputs.addInput(file);
+    std::ostream& out = outputs.add(options.output);
     Catalogue catalogue;
     if (!catalogue.load(options.files)) return 1;
     if (options.definedBy.empty()) {
@@ -104,7 +94,9 @@ int generate(CatalogOptions& options) {
     for (const StoredText& stored : catalogue.texts(nullptr)) {
         text += catalogueEntry(options, stored, stored.message->languageId, defaultId);
     }
-    return writeCatalogue(options, text);
+    out << text;
+    outputs.commitAll();
+    return 0;
 }
 
 }  // namespace
@@ -118,7 +110,8 @@ CommandRun addCatalogCommand(CLI::App& app) {
         ->add_option("--base", options->base,
                      "The program's 128-bit message ID base, 32 hexadecimal digits")
         ->required();
-    command->add_option("-o,--output", options->output, "Write to this file, not standard output");
+    command->add_option("-o,--output", options->output,
+                        "Catalogue to write ('-', the default: standard output)");
     command->add_option("--defined-by", options->definedBy,
                         "The Defined-By: field (default: the first file's name without .mc)");
     return [options] { return generate(*options); };
