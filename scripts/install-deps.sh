@@ -32,5 +32,8 @@ if [ "$(dpkg --print-architecture)" = amd64 ] && ((${#i386_missing[@]})); then
     export DEBIAN_FRONTEND=noninteractive
     dpkg --print-foreign-architectures | grep -qx i386 || dpkg --add-architecture i386
     update_indexes
-    apt-get install -y -qq --no-install-recommends "${i386_missing[@]}" >/dev/null
+    # Both architectures of a Multi-Arch: same library must have one version:
+    # naming the native liblzma5 (which libsystemd needs) lets apt upgrade it
+    # to the version the i386 one arrives with, instead of refusing.
+    apt-get install -y -qq --no-install-recommends liblzma5 "${i386_missing[@]}" >/dev/null
 fi
