@@ -8,8 +8,8 @@ update_indexes() {
 }
 packages=(build-essential cmake g++-multilib qemu-user libgtest-dev libbenchmark-dev
           libcli11-dev clang libclang-rt-14-dev valgrind gettext clang-format pkg-config
-          python3 file locales lintian systemd libsystemd-dev
-          "libgettextpo-dev:$(dpkg --print-architecture)")
+          python3 file locales lintian systemd
+          "libgettextpo-dev:$(dpkg --print-architecture)" "libsystemd-dev:$(dpkg --print-architecture)")
 missing=()
 for p in "${packages[@]}"; do
     dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
