@@ -13,22 +13,18 @@
 
 namespace {
 
-// Hands each insert to a C caller's callback.
-class CallbackObserver : public InsertObserver {
-public:
-    CallbackObserver(tqmsg_insert_fn callback, void* context)
-        : callback_(callback), context_(context) {}
+// The observer that hands each insert to a C caller's callback; a C callback
+// has the observer's own signature, so it is called directly.
+struct CallbackObserver {
+    InsertObserver observer;
 
-    void inserted(int number, const char* text, std::size_t length) override {
-        callback_(context_, number, text, length);
+    CallbackObserver(tqmsg_insert_fn callback, void* context) {
+        observer.inserted = callback;
+        observer.context = context;
     }
 
-    // This observer, or null when there is no callback to tell.
-    InsertObserver* orNull() { return callback_ != nullptr ? this : nullptr; }
-
-private:
-    tqmsg_insert_fn callback_;
-    void* context_;
+    // The observer, or null when there is no callback to tell.
+    InsertObserver* orNull() { return observer.inserted != nullptr ? &observer : nullptr; }
 };
 
 // `list` must stay alive, and unread by anyone else, while the source is used:

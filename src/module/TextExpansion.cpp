@@ -48,7 +48,8 @@ public:
         char buffer[INSERT_BUFFER_SIZE];
         InsertText text =
             formatInsert(number, format, formatLength, arguments_, argArray_, buffer, arrayLength_);
-        if (observer_ != nullptr) observer_->inserted(number, text.data, text.length);
+        if (observer_ != nullptr)
+            observer_->inserted(observer_->context, number, text.data, text.length);
         writeInsert(out_, text, column_, maxWidth_);
     }
 

@@ -8,14 +8,12 @@
 #include "module/ResultText.h"
 
 // Told of each insert as the expansion writes it, for callers that keep the
-// inserts apart from the text (a logger's fields, for instance).
-class InsertObserver {
-public:
-    // Insert `number` became the `length` bytes at `text` (valid during the call).
-    virtual void inserted(int number, const char* text, std::size_t length) = 0;
-
-protected:
-    ~InsertObserver() = default;
+// inserts apart from the text (a logger's fields, for instance): `inserted`
+// is called with `context` when insert `number` became the `length` bytes at
+// `text` (valid during the call).
+struct InsertObserver {
+    void (*inserted)(void* context, int number, const char* text, std::size_t length) = nullptr;
+    void* context = nullptr;
 };
 
 // Appends to `result` what `text` (`length` bytes, NUL-terminated) becomes:
