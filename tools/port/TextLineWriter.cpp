@@ -13,7 +13,6 @@
 //   formats as nothing and hides it;
 // - a line longer than the reader's buffer is cut at unit boundaries into
 //   pieces joined by "%0" and the line feed it swallows.
-#include <cstring>
 
 #include "Caseless.h"
 #include "MessageFileWriter.h"
@@ -45,9 +44,11 @@ const KeywordBreak* keywordAt(const std::string& line, size_t at) {
     return nullptr;
 }
 
-// `line` with a "%" inside every header keyword it holds. No keyword overlaps
-// another or itself, so one pass from the left finds them all; searching the
-// line again after each break would take time quadratic in its length.
+// `line` with a "%" inside every header keyword it holds, in one pass from the
+// left (searching the line again after each break would take time quadratic
+// in its length). A "%" breaks every keyword that spans it, so the pass goes on
+// right after it: a keyword may start inside the one just broken
+// ("OutputBaseverity" holds "severity"), and must be broken too.
 std::string breakHeaderKeywords(const std::string& line) {
     std::string broken;
     broken.reserve(line.size() + 8);
@@ -57,10 +58,8 @@ std::string breakHeaderKeywords(const std::string& line) {
             broken += line[at++];
             continue;
         }
-        const size_t length = std::strlen(k->keyword);
         broken.append(line, at, k->offset).append(1, '%');
-        broken.append(line, at + k->offset, length - k->offset);
-        at += length;
+        at += k->offset;
     }
     return broken;
 }
